@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds and runs every test.
+# usage: scripts/test.sh [--qt 5|6] [--fuzz-seconds N] [--no-fuzz] [--no-bench]
+#   --qt            Qt major version to build and test against (default 6)
+#   --fuzz-seconds  how long each fuzz target runs when clang is present
+#                   (default 60 under CI, 15 otherwise)
+set -euo pipefail
+root="$(cd "$(dirname "$0")/.." && pwd)"
+qt=6
+fuzz_seconds=15
+[ "${CI:-}" = true ] && fuzz_seconds=60
+fuzz=1
+bench=1
+while [ $# -gt 0 ]; do
+    case "$1" in
+        --qt) qt="$2"; shift 2 ;;
+        --fuzz-seconds) fuzz_seconds="$2"; shift 2 ;;
+        --no-fuzz) fuzz=0; shift ;;
+        --no-bench) bench=0; shift ;;
+        *) echo "test.sh: unknown option $1" >&2; exit 1 ;;
+    esac
+done
+
+deps=(--qt "$qt")
+[ $bench = 1 ] && deps+=(--bench)
+[ $fuzz = 1 ] && deps+=(--fuzz)
+"$root/scripts/deps.sh" "${deps[@]}"
+
+cmake_args=()
+[ $bench = 1 ] && cmake_args+=(-DKX_BUILD_BENCH=ON)
+"$root/scripts/build.sh" --qt "$qt" -- "${cmake_args[@]}"
+(cd "$root/build/qt$qt" && ctest --output-on-failure -j "$(nproc)")
+
+if [ $fuzz = 1 ] && command -v clang++ >/dev/null; then
+    "$root/scripts/fuzz.sh" --seconds "$fuzz_seconds"
+fi

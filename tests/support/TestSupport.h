@@ -1,0 +1,24 @@
+#pragma once
+
+// Shared helpers for the test programs. Each helper lives in its own file under
+// tests/support/ and is declared here.
+
+#include <QString>
+
+namespace testsupport {
+
+// Folder of the built command-line tools (kxsetup-cli, kxs-compile, ...).
+inline QString toolPath(const QString& name) {
+    return QStringLiteral(KX_TOOLS_DIR) + QLatin1Char('/') + name;
+}
+
+// Folder that holds the runtime data/ folder built from the sample data sources.
+inline QString runtimeDir() {
+    return QStringLiteral(KX_BINARY_DIR);
+}
+
+inline QString sourceDir() {
+    return QStringLiteral(KX_SOURCE_DIR);
+}
+
+} // namespace testsupport
