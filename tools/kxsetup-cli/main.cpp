@@ -32,7 +32,8 @@ bool takeOption(QStringList& args, const QString& name, QString& value, bool& fo
                 return false;
             }
             value = args.at(i + 1);
-            args.remove(i, 2);
+            args.removeAt(i + 1);
+            args.removeAt(i);
             found = true;
             --i;
         } else if (a.startsWith(name + QLatin1Char('='))) {
