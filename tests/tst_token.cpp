@@ -1,0 +1,329 @@
+// Tokens and operators of the definition language: recognition of pieces of text,
+// display names, constructors and the operator table.
+#include "sf/parser/MathOp.h"
+#include "sf/parser/Token.h"
+
+#include <QRegularExpression>
+#include <QtTest>
+
+using namespace sf::parser;
+using detail::MathOp;
+
+Q_DECLARE_METATYPE(sf::parser::TokenType)
+
+namespace {
+
+// Recognition as the pattern table states it: the first kind whose pattern matches the
+// whole text, String when none does.
+TokenType recognizeByPatterns(const QString& text) {
+    static const QVector<QRegularExpression> patterns = [] {
+        QVector<QRegularExpression> v;
+        for (int t = 0; t < SIZE; ++t) {
+            const QString p = QString::fromLatin1(TOKENS[t]);
+            v.append(p.isEmpty() ? QRegularExpression()
+                                 : QRegularExpression(QRegularExpression::anchoredPattern(p)));
+        }
+        return v;
+    }();
+    for (int t = 0; t < SIZE; ++t) {
+        if (TOKENS[t][0] != '\0' && patterns.at(t).match(text).hasMatch()) {
+            return static_cast<TokenType>(t);
+        }
+    }
+    return String;
+}
+
+} // namespace
+
+class TestToken : public QObject {
+    Q_OBJECT
+private slots:
+    void recognition_data();
+    void recognition();
+    void recognitionMatchesPatternsExhaustively();
+    void typeNames_data();
+    void typeNames();
+    void numberConstructor_data();
+    void numberConstructor();
+    void explicitConstructorsAndEquality();
+    void operatorTable_data();
+    void operatorTable();
+    void operatorFromText_data();
+    void operatorFromText();
+    void operatorFromToken_data();
+    void operatorFromToken();
+    void operatorBeyondTable();
+    void delimiterPattern_data();
+    void delimiterPattern();
+};
+
+void TestToken::recognition_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<TokenType>("type");
+
+    QTest::newRow("integer") << "10" << Numeric;
+    QTest::newRow("decimal") << "10.25" << Numeric;
+    QTest::newRow("leading dot") << ".5" << Numeric;
+    QTest::newRow("trailing dot is no number") << "5." << String;
+    QTest::newRow("two dots") << "1.2.3" << String;
+    QTest::newRow("lone dot") << "." << String;
+    QTest::newRow("exponent is no number") << "1e5" << String;
+    QTest::newRow("signed is no number") << "-5" << String;
+    QTest::newRow("0x prefix") << "0x1F" << Hexadecimal;
+    QTest::newRow("0X prefix") << "0X1f" << Hexadecimal;
+    QTest::newRow("h suffix") << "10h" << Hexadecimal;
+    QTest::newRow("H suffix") << "ABH" << Hexadecimal;
+    QTest::newRow("word each is hexadecimal") << "each" << Hexadecimal;
+    QTest::newRow("word face is a string") << "face" << String;
+    QTest::newRow("bare 0x") << "0x" << String;
+    QTest::newRow("bare h") << "h" << String;
+    QTest::newRow("prefix and suffix") << "0x1Fh" << String;
+    QTest::newRow("non-hex digit") << "0x1G" << String;
+    QTest::newRow("decimal with h") << "1.5h" << String;
+    QTest::newRow("minus") << "-" << Operator;
+    QTest::newRow("plus") << "+" << Operator;
+    QTest::newRow("times") << "*" << Operator;
+    QTest::newRow("divide") << "/" << Operator;
+    QTest::newRow("power") << "^" << Operator;
+    QTest::newRow("ampersand") << "&" << LogicalOperator;
+    QTest::newRow("bar") << "|" << LogicalOperator;
+    QTest::newRow("not") << "!" << LogicalOperator;
+    QTest::newRow("equals") << "=" << LogicalOperator;
+    QTest::newRow("less") << "<" << LogicalOperator;
+    QTest::newRow("greater") << ">" << LogicalOperator;
+    QTest::newRow("two-char operator is a string") << "<=" << String;
+    QTest::newRow("lparen") << "(" << LParen;
+    QTest::newRow("rparen") << ")" << RParen;
+    QTest::newRow("lbracket") << "[" << LBracket;
+    QTest::newRow("rbracket") << "]" << RBracket;
+    QTest::newRow("lcurly") << "{" << LCurly;
+    QTest::newRow("rcurly") << "}" << RCurly;
+    QTest::newRow("comma") << "," << Separator;
+    QTest::newRow("backtick") << "`" << Range;
+    QTest::newRow("question") << "?" << TernaryOp;
+    QTest::newRow("colon") << ":" << TernaryOpSeparator;
+    QTest::newRow("blank") << " " << WhiteSpace;
+    QTest::newRow("tab and newline") << "\t\n" << WhiteSpace;
+    QTest::newRow("empty text") << "" << WhiteSpace;
+    QTest::newRow("no-break space is no blank") << QString(QChar(0xA0)) << String;
+    QTest::newRow("word") << "Speed" << String;
+    QTest::newRow("quoted text") << "\"a, b\"" << String;
+    QTest::newRow("doubled operator") << "--" << String;
+}
+
+void TestToken::recognition() {
+    QFETCH(QString, text);
+    QFETCH(TokenType, type);
+    QCOMPARE(Token(text).getType(), type);
+    QCOMPARE(recognizeByPatterns(text), type);
+    QCOMPARE(Token(text).getPayload(), text);
+}
+
+// The hand-written recogniser must agree with the pattern table on every short text made
+// of the characters that the patterns treat specially.
+void TestToken::recognitionMatchesPatternsExhaustively() {
+    const QString alphabet = QStringLiteral("09.afhHxXg-<=,` \t\"") + QChar(0xA0) + QChar(0x0B);
+    QStringList texts{QString()};
+    QStringList layer{QString()};
+    for (int length = 1; length <= 3; ++length) {
+        QStringList next;
+        for (const QString& prefix : layer) {
+            for (const QChar c : alphabet) {
+                next.append(prefix + c);
+            }
+        }
+        texts += next;
+        layer = next;
+    }
+    for (const QString& text : texts) {
+        if (recognizeTokenType(text) != recognizeByPatterns(text)) {
+            QFAIL(qPrintable(QStringLiteral("\"%1\": %2 instead of %3")
+                                 .arg(text, getTokenTypeString(recognizeTokenType(text)),
+                                      getTokenTypeString(recognizeByPatterns(text)))));
+        }
+    }
+}
+
+void TestToken::typeNames_data() {
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("name");
+    const char* names[] = {"Undefined",  "String",
+                           "Numeric",    "Hexadecimal",
+                           "Dependent",  "NegDependent",
+                           "Operator",   "LogicalOperator",
+                           "LParen",     "RParen",
+                           "LBracket",   "RBracket",
+                           "LCurly",     "RCurly",
+                           "Separator",  "Range",
+                           "TernaryOp",  "TernaryOpSeparator",
+                           "WhiteSpace", "End",
+                           "SIZE"};
+    for (int t = 0; t <= SIZE; ++t) {
+        QTest::addRow("%s", names[t]) << t << QString::fromLatin1(names[t]);
+    }
+    QTest::newRow("negative") << -1 << "UNKNOWN TYPE - ERROR";
+    QTest::newRow("beyond SIZE") << SIZE + 1 << "UNKNOWN TYPE - ERROR";
+}
+
+void TestToken::typeNames() {
+    QFETCH(int, type);
+    QFETCH(QString, name);
+    QCOMPARE(getTokenTypeString(type), name);
+}
+
+void TestToken::numberConstructor_data() {
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("payload");
+    QTest::newRow("integer") << 64.0 << "64";
+    QTest::newRow("fraction") << 39.0625 << "39.0625";
+    QTest::newRow("six significant digits") << 1.0 / 3.0 << "0.333333";
+    QTest::newRow("rounded") << 2.0 / 3.0 << "0.666667";
+    QTest::newRow("negative") << -2.5 << "-2.5";
+    QTest::newRow("million uses exponent") << 1e6 << "1e+06";
+    QTest::newRow("large rounded") << 123456789.0 << "1.23457e+08";
+    QTest::newRow("small") << 0.0001 << "0.0001";
+    QTest::newRow("smaller uses exponent") << 0.00001 << "1e-05";
+    QTest::newRow("sum with representation error") << 0.1 + 0.2 << "0.3";
+}
+
+void TestToken::numberConstructor() {
+    QFETCH(double, value);
+    QFETCH(QString, payload);
+    const Token t(value);
+    QCOMPARE(t.getPayload(), payload);
+    QCOMPARE(t.getType(), Numeric);
+}
+
+void TestToken::explicitConstructorsAndEquality() {
+    QCOMPARE(Token().getType(), Undefined);
+    QVERIFY(Token().getPayload().isEmpty());
+
+    // An explicit kind wins over recognition.
+    const Token a(QStringLiteral("10"), String);
+    QCOMPARE(a.getType(), String);
+    QCOMPARE(Token(QChar('-'), Operator).getPayload(), QStringLiteral("-"));
+    QCOMPARE(Token("\xE9t\xE9", String).getPayload(), QString::fromLatin1("\xE9t\xE9"));
+
+    // Tokens compare kind and payload; a token and a text compare payload only.
+    const Token numeric(QStringLiteral("10"));
+    QVERIFY(numeric != a);
+    QVERIFY(numeric == Token(QStringLiteral("10"), Numeric));
+    QVERIFY(a == QStringLiteral("10"));
+    QVERIFY(numeric == QStringLiteral("10"));
+    QVERIFY(numeric != QStringLiteral("10.0"));
+
+    Token changed = numeric;
+    changed.setPayload(QStringLiteral("11"));
+    changed.setType(Hexadecimal);
+    QCOMPARE(numeric.getPayload(), QStringLiteral("10")); // a value, not shared
+    QCOMPARE(changed.getType(), Hexadecimal);
+
+    // An operator token is an Operator even for comparisons.
+    const Token op{MathOp(MathOp::LessEqual)};
+    QCOMPARE(op.getPayload(), QStringLiteral("<="));
+    QCOMPARE(op.getType(), Operator);
+}
+
+void TestToken::operatorTable_data() {
+    QTest::addColumn<quint32>("kind");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("precedence");
+    QTest::newRow("none") << 0u << "u" << 0;
+    QTest::newRow("add") << 1u << "+" << 3;
+    QTest::newRow("subtract") << 2u << "-" << 3;
+    QTest::newRow("multiply") << 3u << "*" << 4;
+    QTest::newRow("divide") << 4u << "/" << 4;
+    QTest::newRow("power") << 5u << "^" << 5;
+    QTest::newRow("or") << 6u << "||" << 1;
+    QTest::newRow("and") << 7u << "&&" << 1;
+    QTest::newRow("equal") << 8u << "==" << 2;
+    QTest::newRow("not equal") << 9u << "!=" << 2;
+    QTest::newRow("less") << 10u << "<" << 2;
+    QTest::newRow("less or equal") << 11u << "<=" << 2;
+    QTest::newRow("greater") << 12u << ">" << 2;
+    QTest::newRow("greater or equal") << 13u << ">=" << 2;
+}
+
+void TestToken::operatorTable() {
+    QFETCH(quint32, kind);
+    QFETCH(QString, text);
+    QFETCH(int, precedence);
+    const MathOp op(kind);
+    QCOMPARE(op.getType(), kind);
+    QCOMPARE(op.toString(), text);
+    QCOMPARE(op.getPrecedence(), precedence);
+    QCOMPARE(MathOp(text).getType(), kind);
+    QCOMPARE(MathOp::isOpChar(text), kind != 0);
+}
+
+void TestToken::operatorFromText_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<quint32>("kind");
+    QTest::newRow("reversed pair") << "=<" << 0u;
+    QTest::newRow("single ampersand") << "&" << 0u;
+    QTest::newRow("single equals") << "=" << 0u;
+    QTest::newRow("padded") << " +" << 0u;
+    QTest::newRow("empty") << "" << 0u;
+    QTest::newRow("word") << "and" << 0u;
+}
+
+void TestToken::operatorFromText() {
+    QFETCH(QString, text);
+    QFETCH(quint32, kind);
+    QCOMPARE(MathOp(text).getType(), kind);
+    QVERIFY(!MathOp::isOpChar(text));
+}
+
+void TestToken::operatorFromToken_data() {
+    QTest::addColumn<QString>("payload");
+    QTest::addColumn<TokenType>("type");
+    QTest::addColumn<quint32>("kind");
+    QTest::newRow("operator") << "*" << Operator << 3u;
+    QTest::newRow("logical operator") << "&&" << LogicalOperator << 7u;
+    QTest::newRow("comparison as operator") << ">=" << Operator << 13u;
+    QTest::newRow("string with operator text") << "+" << String << 0u;
+    QTest::newRow("dependent with operator text") << "==" << Dependent << 0u;
+    QTest::newRow("numeric") << "1" << Numeric << 0u;
+    QTest::newRow("lone not") << "!" << LogicalOperator << 0u;
+}
+
+void TestToken::operatorFromToken() {
+    QFETCH(QString, payload);
+    QFETCH(TokenType, type);
+    QFETCH(quint32, kind);
+    QCOMPARE(MathOp(Token(payload, type)).getType(), kind);
+}
+
+void TestToken::operatorBeyondTable() {
+    const MathOp op(14u);
+    QCOMPARE(op.getType(), 14u);
+    QCOMPARE(op.toString(), QStringLiteral("u"));
+    QCOMPARE(op.getPrecedence(), 0);
+    QCOMPARE(MathOp(0xFFFFFFFFu).getPrecedence(), 0);
+    QVERIFY(!MathOp::isOpChar(QStringLiteral("u")));
+}
+
+void TestToken::delimiterPattern_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("delimiter");
+    for (const char* c : {"[", "]", ",", "(", ")", "{",  "}", "?", ":", "&", "|", "=",
+                          "<", ">", "!", "`", " ", "\t", "-", "+", "*", "/", "^"}) {
+        QTest::addRow("'%s'", c) << QString::fromLatin1(c) << true;
+    }
+    for (const char* c : {"a", "0", ".", "\"", "\\", "_", "~", "#", "%", ";"}) {
+        QTest::addRow("'%s'", c) << QString::fromLatin1(c) << false;
+    }
+}
+
+void TestToken::delimiterPattern() {
+    QFETCH(QString, text);
+    QFETCH(bool, delimiter);
+    const QRegularExpressionMatch m = TOKEN_REGEX.match(text);
+    QCOMPARE(m.hasMatch(), delimiter);
+    if (delimiter) {
+        QCOMPARE(m.capturedLength(), 1);
+    }
+}
+
+QTEST_GUILESS_MAIN(TestToken)
+#include "tst_token.moc"
