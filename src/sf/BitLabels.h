@@ -1,0 +1,38 @@
+#pragma once
+
+#include "sf/parser/Token.h"
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+namespace sf {
+
+// One labelled bit of a bit field or check box group, with its options.
+struct BitLabel {
+    QString text;          // the label shown for the bit
+    bool inverted = false; // option "inverted": shown state is the opposite of the bit
+    QString wsi;           // option wsi = "ID": help identifier of the bit
+    QString onText;        // option on = "text": display text when set (default "On")
+    QString offText;       // option off = "text": display text when clear (default "Off")
+};
+
+// Reads a list of bit labels from a field of a definition:
+//     { "Label" option option ..., "Label" ..., ... }
+// or a single label without braces. Options follow the label text within its entry:
+// the word inverted, or one of wsi, on, off followed by = and a (quoted) text.
+class BitLabelParser {
+public:
+    using Reporter = std::function<void(const QString&)>;
+
+    // Parses tokens [begin, end) (one field). An empty range gives no labels. False, with
+    // a message through report, for a malformed list.
+    static bool parse(const parser::TokenList& tokens, int begin, int end, QList<BitLabel>* out,
+                      const Reporter& report);
+    // Applies the option in tokens [begin, end) (one option) to label. False for an
+    // unknown option or a malformed one.
+    static bool parseOption(const parser::TokenList& tokens, int begin, int end, BitLabel* label);
+};
+
+} // namespace sf
