@@ -66,32 +66,42 @@ bool KxsParser::openKxsData(const QByteArray& bytes) {
     return true;
 }
 
-bool KxsParser::openBytes(const QByteArray& bytes) {
+QString KxsParser::headerProblem(const QByteArray& bytes) {
     // Offsets are 32-bit: larger contents cannot be addressed by a valid file.
     if (static_cast<quint64>(bytes.size()) > 0xFFFFFFFFull) {
-        return false;
+        return QStringLiteral("file is larger than 4 GiB");
     }
     KxsHeaderV1 header;
     if (!readHeader(bytes.constData(), bytes.size(), &header)) {
-        return false;
+        return QStringLiteral("file is shorter than the %1-byte header").arg(KXS_HEADER_SIZE);
     }
     if (std::memcmp(header.magic, KXS_MAGIC_FILE_ID, KXS_MAGIC_SIZE) != 0) {
-        return false;
+        return QStringLiteral("not a layout file (no KXDATA signature)");
     }
     if (!isSupportedFormat(header.format)) {
-        return false;
+        return QStringLiteral("unsupported layout format %1").arg(header.format);
     }
     // Both sums wrap in 32 bits before the comparison, as the format has always done.
     const quint64 size = static_cast<quint64>(bytes.size());
     const quint32 dataEnd = header.dataOffset + header.dataSize;
-    const quint32 namesEnd = header.namesOffset + header.namesSize;
-    if (dataEnd > size || namesEnd > size) {
+    const quint32 namesTableEnd = header.namesOffset + header.namesSize;
+    if (dataEnd > size) {
+        return QStringLiteral("data section ends beyond the end of the file");
+    }
+    if (namesTableEnd > size) {
+        return QStringLiteral("names table ends beyond the end of the file");
+    }
+    return QString();
+}
+
+bool KxsParser::openBytes(const QByteArray& bytes) {
+    if (!headerProblem(bytes).isEmpty()) {
         return false;
     }
+    readHeader(bytes.constData(), bytes.size(), &m_header);
     m_bytes = bytes;
-    m_header = header;
     m_open = true;
-    m_cursor = header.namesOffset;
+    m_cursor = m_header.namesOffset;
     return true;
 }
 
@@ -193,12 +203,12 @@ bool KxsParser::getEntry(const NamesTableEntryV1** entry, const char** data, con
         return false;
     }
     const QByteArray key = name.toLatin1();
-    const quint32 namesEnd = m_header.namesOffset + m_header.namesSize;
+    const quint32 end = namesEnd();
     quint64 pos = m_header.namesOffset;
-    while (pos < namesEnd) {
+    while (pos < end) {
         // The walk stops at an entry that runs past the names table or has a length
         // below 10 (its successor cannot be found).
-        const NamesTableEntryV1* candidate = entryAt(pos, namesEnd);
+        const NamesTableEntryV1* candidate = entryAt(pos, end);
         if (!candidate) {
             return false;
         }
@@ -213,6 +223,24 @@ bool KxsParser::getEntry(const NamesTableEntryV1** entry, const char** data, con
         }
     }
     return false;
+}
+
+bool KxsParser::atEndOfNames() const {
+    return !isOpen() || m_cursor >= namesEnd();
+}
+
+bool KxsParser::getNextListed(const NamesTableEntryV1** entry, const char** data) {
+    if (!entry || !data || atEndOfNames()) {
+        return false;
+    }
+    const NamesTableEntryV1* candidate = entryAt(m_cursor, namesEnd());
+    if (!candidate) {
+        return false;
+    }
+    *entry = candidate;
+    *data = dataOf(candidate);
+    m_cursor += entryLength(candidate);
+    return true;
 }
 
 QString KxsParser::getKxsVersion() const {

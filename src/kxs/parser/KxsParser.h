@@ -34,6 +34,10 @@ public:
     // made with QByteArray::fromRawData must outlive the reader's use of them.
     bool openKxsData(const QByteArray& bytes);
 
+    // Why these bytes are not an acceptable layout file, in a few words; empty when the
+    // header passes the checks of opening.
+    static QString headerProblem(const QByteArray& bytes);
+
     bool isOpen() const;
     // Releases the file and its contents; the cursor is left as it is.
     void close();
@@ -58,6 +62,18 @@ public:
     bool getEntry(const kxs::NamesTableEntryV1** entry, const char** data, const QString& name,
                   quint8 type);
 
+    // For tools that list a whole file: the entry at the cursor whatever its type, as long
+    // as the cursor lies inside the names table (namesOffset + namesSize). The cursor
+    // moves just behind it. data is null when the entry's data block lies outside the
+    // contents. Fails, leaving the cursor, at the end of the names table or at an entry
+    // that is not wholly inside it or whose length is below 10 (atEndOfNames() tells
+    // which).
+    bool getNextListed(const kxs::NamesTableEntryV1** entry, const char** data);
+    // Whether the cursor is at or behind the end of the names table.
+    bool atEndOfNames() const;
+    // The decoded header, or null when not open.
+    const kxs::KxsHeaderV1* header() const { return isOpen() ? &m_header : nullptr; }
+
     // The header's version text, empty when not open.
     QString getKxsVersion() const;
     // The header's format number, 0xFFFFFFFF when not open.
@@ -70,6 +86,7 @@ private:
     const kxs::NamesTableEntryV1* entryAt(quint64 pos, quint64 limit) const;
     // The entry's data block if it lies inside the contents; else null.
     const char* dataOf(const kxs::NamesTableEntryV1* entry) const;
+    quint32 namesEnd() const { return m_header.namesOffset + m_header.namesSize; }
     quint64 fileSize() const { return static_cast<quint64>(m_bytes.size()); }
 
     std::unique_ptr<QFile> m_file;
