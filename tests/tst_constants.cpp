@@ -19,7 +19,7 @@ private slots:
     void placeholdersFill_data();
     void placeholdersFill();
     void swLinkIsEmbeddable();
-    void imageWriterPieces();
+    void imageLineEnd();
 };
 
 void TestConstants::pathsEndWithSeparator_data() {
@@ -191,8 +191,7 @@ void TestConstants::swLinkIsEmbeddable() {
         QStringLiteral("available from ") + KX_SW_LINK + QStringLiteral(". You can")));
 }
 
-void TestConstants::imageWriterPieces() {
-    QCOMPARE(sf::parser::SPACER, QStringLiteral("     "));
+void TestConstants::imageLineEnd() {
     QCOMPARE(sf::parser::NEWLINE, QStringLiteral("\r\n"));
 }
 

@@ -235,9 +235,12 @@ inline const QString VERSION_BRACKETS = QStringLiteral(" <%1>");
 namespace sf {
 namespace parser {
 
-// Line layout of the setup image writer.
-inline const QString SPACER = QStringLiteral("     ");
+// Line end of every record the setup image writer writes.
 inline const QString NEWLINE = QStringLiteral("\r\n");
+
+// The other line-layout piece of this namespace, SPACER (five blanks), is defined with
+// the definition tokens in sf/parser/Token.h and not repeated here, so that a file may
+// include both headers.
 
 } // namespace parser
 } // namespace sf
