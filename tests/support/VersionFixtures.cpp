@@ -1,0 +1,99 @@
+#include "support/VersionFixtures.h"
+
+#include "kxs/compiler/KxsWriter.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace versionfixtures {
+
+namespace {
+
+QByteArray recordLine(quint8 type, quint16 address, const QByteArray& data, int checksumSkew) {
+    QByteArray bytes;
+    bytes.append(char(data.size() & 0xFF));
+    bytes.append(char(address >> 8));
+    bytes.append(char(address & 0xFF));
+    bytes.append(char(type));
+    bytes.append(data);
+    quint8 sum = 0;
+    for (char b : bytes) {
+        sum = quint8(sum + quint8(b));
+    }
+    bytes.append(char(quint8(0x100 - sum + checksumSkew)));
+    return ':' + bytes.toHex().toUpper() + "\r\n";
+}
+
+} // namespace
+
+QByteArray hexRecord(quint8 type, quint16 address, const QByteArray& data) {
+    return recordLine(type, address, data, 0);
+}
+
+QByteArray badChecksumRecord(quint8 type, quint16 address, const QByteArray& data) {
+    return recordLine(type, address, data, 1);
+}
+
+QByteArray hexEndOfFile() {
+    return QByteArrayLiteral(":00000001FF\r\n");
+}
+
+QByteArray firmwareImage(const QString& fwVersion, const QString& kxsVersion,
+                         const QString& enqString) {
+    QByteArray image;
+    if (!fwVersion.isEmpty()) {
+        image += hexRecord(0xC0, 0, fwVersion.toLatin1());
+    }
+    if (!kxsVersion.isEmpty()) {
+        image += hexRecord(0xC1, 0, kxsVersion.toLatin1());
+    }
+    if (!enqString.isEmpty()) {
+        image += hexRecord(0xC2, 0, enqString.toLatin1());
+    }
+    image += hexRecord(0x04, 0, QByteArray::fromHex("0001"));
+    image += hexRecord(0x00, 0xE000, QByteArray::fromHex("0102030405060708"));
+    image += hexRecord(0x00, 0xE008, QByteArray::fromHex("A0B0C0D0"));
+    image += hexEndOfFile();
+    return image;
+}
+
+QByteArray layoutFile(const QString& kxsVersion, quint16 format) {
+    kxs::compiler::KxsWriter writer;
+    writer.setVersion(kxsVersion);
+    writer.setFormat(format);
+    writer.addCategory(QStringLiteral("CAT_MAIN"), QStringLiteral("Main"),
+                       QStringLiteral("Preset"));
+    writer.addSetting(QStringLiteral("wheelSize"), 0x1E000, 2,
+                      QStringLiteral("num, u16, Wheel size, mm, 0, 5000"));
+    writer.addSetting(QStringLiteral("maxSpeed"), 0x1E002, 1,
+                      QStringLiteral("num, u8, Speed limit, km/h, 0, 99"));
+    return writer.toBytes();
+}
+
+bool writeFile(const QString& path, const QByteArray& bytes) {
+    if (!QDir().mkpath(QFileInfo(path).absolutePath())) {
+        return false;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        return false;
+    }
+    return file.write(bytes) == bytes.size();
+}
+
+bool addVersion(const QString& root, const QString& relativePath, const QString& fwVersion,
+                const QString& kxsVersion, const QString& enqString, quint16 layoutFormat) {
+    const QString data = root + QStringLiteral("/data/");
+    if (!writeFile(data + QStringLiteral("firmware/") + relativePath,
+                   firmwareImage(fwVersion, kxsVersion, enqString))) {
+        return false;
+    }
+    if (layoutFormat == 0) {
+        return true;
+    }
+    return writeFile(data + QStringLiteral("kxs/") + kxsVersion + QStringLiteral(".kxs"),
+                     layoutFile(kxsVersion, layoutFormat));
+}
+
+} // namespace versionfixtures

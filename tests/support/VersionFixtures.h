@@ -1,0 +1,35 @@
+#pragma once
+
+// Fixtures for the version reader, the catalogue and the versions command: firmware
+// files written as Intel HEX text and small layout files, in temporary data folders.
+
+#include <QByteArray>
+#include <QString>
+
+namespace versionfixtures {
+
+// One Intel HEX record line: ":" LL AAAA TT data CC "\r\n", upper-case hexadecimal; the
+// checksum is the two's complement of the byte sum.
+QByteArray hexRecord(quint8 type, quint16 address, const QByteArray& data);
+// The same line with its checksum deliberately off by one.
+QByteArray badChecksumRecord(quint8 type, quint16 address, const QByteArray& data);
+QByteArray hexEndOfFile();
+
+// A firmware file: the metadata records 0xC0 (firmware), 0xC1 (layout) and 0xC2 (ENQ),
+// each only when its text is non-empty, then a few data records and the end record.
+QByteArray firmwareImage(const QString& fwVersion, const QString& kxsVersion,
+                         const QString& enqString);
+
+// A small valid layout file (a category and two settings) with this header version and
+// format number.
+QByteArray layoutFile(const QString& kxsVersion, quint16 format = 1000);
+
+// Writes bytes to path, creating the missing parent folders. False on failure.
+bool writeFile(const QString& path, const QByteArray& bytes);
+
+// Puts a firmware file at <root>/data/firmware/<relativePath> and, unless layoutFormat
+// is 0, the layout <root>/data/kxs/<kxsVersion>.kxs next to it.
+bool addVersion(const QString& root, const QString& relativePath, const QString& fwVersion,
+                const QString& kxsVersion, const QString& enqString, quint16 layoutFormat = 1000);
+
+} // namespace versionfixtures
