@@ -1,13 +1,17 @@
 #pragma once
 
+#include "sf/SettingTypes.h"
 #include "sf/parser/Token.h"
 
 #include <QList>
 #include <QString>
+#include <QVariant>
 
 #include <functional>
 
 namespace sf {
+
+class SettingHost;
 
 // One labelled bit of a bit field or check box group, with its options.
 struct BitLabel {
@@ -24,15 +28,25 @@ struct BitLabel {
 // the word inverted, or one of wsi, on, off followed by = and a (quoted) text.
 class BitLabelParser {
 public:
+    static const QString DEFAULT_ON_TEXT;  // "On"
+    static const QString DEFAULT_OFF_TEXT; // "Off"
+
     using Reporter = std::function<void(const QString&)>;
 
     // Parses tokens [begin, end) (one field). An empty range gives no labels. False, with
-    // a message through report, for a malformed list.
+    // a message through report, for a malformed list (the messages end in "in: ", for the
+    // caller to append the definition line).
     static bool parse(const parser::TokenList& tokens, int begin, int end, QList<BitLabel>* out,
                       const Reporter& report);
     // Applies the option in tokens [begin, end) (one option) to label. False for an
     // unknown option or a malformed one.
     static bool parseOption(const parser::TokenList& tokens, int begin, int end, BitLabel* label);
 };
+
+// What one bit answers for a role, given its label and its stored state: RoleDisplay the
+// on/off text of the shown state, RoleEdit the shown state (bool), RoleFullText "1"/"0",
+// RoleName and RoleNote the label text, RoleRaw the stored bit (0/1), RoleMinimum 0,
+// RoleMaximum 1, RoleToolTip the host's tool tip for the label's wsi (when it has one).
+QVariant bitLabelData(const BitLabel& label, bool stored, DataRole role, SettingHost* host);
 
 } // namespace sf

@@ -1,6 +1,10 @@
 #include "sf/CheckBoolSetting.h"
 
+#include "sf/BitField.h"
+
 namespace sf {
+
+using parser::TokenList;
 
 const QString CheckBoolSetting::EXPAND_PROMPT = QStringLiteral("Expand");
 const QString CheckBoolSetting::UNEXPAND_PROMPT = QStringLiteral("Hide");
@@ -8,40 +12,159 @@ const QRegularExpression CheckBoolSetting::SIZE_FORMAT{QStringLiteral("\\[[0-9]*
 const SettingInput CheckBoolSetting::INPUT_ORDER[] = {InputType, InputBoxes, InputName, InputNote,
                                                       InputEnd};
 
-CheckBoolSetting::CheckBoolSetting(const QString& codeName,
-                                   std::unique_ptr<parser::TokenList> tokens, SettingHost* host)
+namespace {
+constexpr int MAX_BITS = 1024;
+}
+
+CheckBoolSetting::CheckBoolSetting(const QString& codeName, std::unique_ptr<TokenList> tokens,
+                                   SettingHost* host)
     : ExpandableSetting(codeName, std::move(tokens), host) {
-    setType(TypeNone);
+    int bits = 0;
+    if (getType() != TypeUninit || !isExpandable() || !setInputOrder(INPUT_ORDER) ||
+        !readBitCount(&bits)) {
+        setType(TypeNone);
+        return;
+    }
+    setSizeBits(bits);
+    setSizeBytes((bits - 1) / BYTE_SIZE + 1);
+    if (!initializeDataPointer() || !initLabels()) {
+        setType(TypeNone);
+        return;
+    }
+    setType(TypeCheckBool);
 }
-QVariant CheckBoolSetting::getData(DataRole) {
-    return QVariant();
+
+bool CheckBoolSetting::readBitCount(int* bits) {
+    // The type field: the keyword, then [ N ] (LBracket, a Numeric count, RBracket).
+    int begin = -1;
+    int end = -1;
+    if (!getSettingInputRange(InputType, &begin, &end) || end - begin != 4) {
+        return false;
+    }
+    const TokenList& tokens = *getTokenList();
+    if (tokens.at(begin + 1).getType() != parser::LBracket ||
+        tokens.at(begin + 2).getType() != parser::Numeric ||
+        tokens.at(begin + 3).getType() != parser::RBracket) {
+        return false;
+    }
+    const QString size = tokens.at(begin + 1).getPayload() + tokens.at(begin + 2).getPayload() +
+                         tokens.at(begin + 3).getPayload();
+    if (!QRegularExpression(QRegularExpression::anchoredPattern(SIZE_FORMAT.pattern()))
+             .match(size)
+             .hasMatch()) {
+        return false;
+    }
+    bool ok = false;
+    const int n = tokens.at(begin + 2).getPayload().toInt(&ok);
+    if (!ok || n < 1 || n > MAX_BITS) {
+        return false;
+    }
+    *bits = n;
+    return true;
 }
-bool CheckBoolSetting::setData(const QVariant&) {
-    return false;
-}
-QVariant CheckBoolSetting::getData(int, DataRole) {
-    return QVariant();
-}
-bool CheckBoolSetting::setData(int, const QVariant&) {
-    return false;
-}
-int CheckBoolSetting::subIndices() {
-    return 0;
-}
-int CheckBoolSetting::expandedSize() {
-    return 0;
-}
-int CheckBoolSetting::unexpandedSize() {
-    return UNEXPANDED_SIZE;
-}
-bool CheckBoolSetting::subIndexToOffset(int, int*, int*) const {
-    return false;
-}
+
 bool CheckBoolSetting::initLabels() {
-    return false;
+    int begin = -1;
+    int end = -1;
+    if (!getSettingInputRange(InputBoxes, &begin, &end)) {
+        m_labels.clear();
+        return true; // no labels field: no boxes
+    }
+    return BitLabelParser::parse(
+        *getTokenList(), begin, end, &m_labels,
+        [this](const QString& message) { report(message + debug_getProcessedKXSLine()); });
 }
-bool CheckBoolSetting::readBitCount(int*) {
-    return false;
+
+int CheckBoolSetting::subIndices() {
+    return typeCheck() ? m_labels.size() : 0;
+}
+
+int CheckBoolSetting::expandedSize() {
+    return typeCheck() ? m_labels.size() + 1 : 0;
+}
+
+int CheckBoolSetting::unexpandedSize() {
+    return typeCheck() ? UNEXPANDED_SIZE : 0;
+}
+
+bool CheckBoolSetting::subIndexToOffset(int subIndex, int* byteIndex, int* bit) const {
+    return typeCheck() &&
+           BitField::offset(subIndex, getSizeBytes(), getSizeBits(), false, byteIndex, bit);
+}
+
+QVariant CheckBoolSetting::getData(DataRole role) {
+    if (!typeCheck()) {
+        return QVariant();
+    }
+    switch (role) {
+    case RoleDisplay:
+    case RoleFoldedDisplay:
+        return EXPAND_PROMPT;
+    case RoleExpandedDisplay:
+        return UNEXPAND_PROMPT;
+    case RoleName:
+        return getStringField(InputName);
+    case RoleNote:
+        return getStringField(InputNote);
+    case RoleRaw: {
+        quint64 value = 0;
+        if (BitField::readUnsigned(getBytes(), &value)) {
+            return QVariant(static_cast<qulonglong>(value));
+        }
+        return Setting::getData(RoleRaw);
+    }
+    default:
+        return QVariant();
+    }
+}
+
+bool CheckBoolSetting::setData(const QVariant& value) {
+    if (!typeCheck()) {
+        return false;
+    }
+    const QByteArray bytes = value.toByteArray();
+    if (bytes.size() != getSizeBytes() || bytes == getBytes()) {
+        return false;
+    }
+    return writeRawData(bytes.constData());
+}
+
+QVariant CheckBoolSetting::getData(int subIndex, DataRole role) {
+    if (!typeCheck()) {
+        return QVariant();
+    }
+    if (subIndex < 0) {
+        return getData(role);
+    }
+    int byte = 0;
+    int bit = 0;
+    if (subIndex >= m_labels.size() || !subIndexToOffset(subIndex, &byte, &bit)) {
+        return QVariant();
+    }
+    const bool stored = (static_cast<quint8>(getRawData()[byte]) >> bit) & 1;
+    return bitLabelData(m_labels.at(subIndex), stored, role, getParent());
+}
+
+bool CheckBoolSetting::setData(int subIndex, const QVariant& value) {
+    if (!typeCheck()) {
+        return false;
+    }
+    if (subIndex < 0) {
+        return setData(value);
+    }
+    int byte = 0;
+    int bit = 0;
+    if (subIndex >= m_labels.size() || !subIndexToOffset(subIndex, &byte, &bit)) {
+        return false;
+    }
+    const bool stored = value.toBool() != m_labels.at(subIndex).inverted;
+    char& b = getRawData()[byte];
+    const bool current = (static_cast<quint8>(b) >> bit) & 1;
+    if (current == stored) {
+        return false;
+    }
+    b = static_cast<char>(static_cast<quint8>(b) ^ (1u << bit));
+    return true;
 }
 
 } // namespace sf

@@ -1,8 +1,12 @@
 #include "sf/Setting.h"
 
 #include "sf/ExpandableSetting.h"
+#include "sf/FieldEvaluator.h"
 #include "sf/MultiSetting.h"
+#include "sf/NumericPreprocessor.h"
 #include "sf/SettingHost.h"
+#include "sf/StringPurifier.h"
+#include "sf/parser/CalcParser.h"
 
 #include <cstring>
 
@@ -198,39 +202,115 @@ int Setting::inputPosition(SettingInput input) const {
 
 } // namespace sf
 
-// ---- field access (being filled in) ----
+// ---- fields of the definition ----
 namespace sf {
-bool Setting::getSettingInput(SettingInput, TokenList* out) {
-    if (out) {
-        out->clear();
+
+int Setting::getSettingInputOffset(SettingInput input) const {
+    int begin = -1;
+    int end = -1;
+    return getSettingInputRange(input, &begin, &end) ? begin : -1;
+}
+
+bool Setting::getSettingInputRange(SettingInput input, int* begin, int* end) const {
+    if (!isInitialized() || !m_inputOrder || !m_tokens) {
+        return false;
     }
-    return false;
+    const int position = inputPosition(input);
+    return position >= 0 && FieldEvaluator::locate(*m_tokens, position, begin, end);
 }
-int Setting::getSettingInputOffset(SettingInput) const {
-    return -1;
+
+bool Setting::getSettingInput(SettingInput input, TokenList* out) {
+    if (!out) {
+        return false;
+    }
+    out->clear();
+    int begin = -1;
+    int end = -1;
+    if (!getSettingInputRange(input, &begin, &end)) {
+        return false;
+    }
+    const FieldEvaluator evaluator(
+        *m_tokens,
+        [this](TokenList condition, double* value) {
+            return evaluateExpression(std::move(condition), value);
+        },
+        [this](const QString& message) { report(message + debug_getProcessedKXSLine()); });
+    return evaluator.evaluate(begin, end, out);
 }
-bool Setting::getSettingInputRange(SettingInput, int*, int*) const {
-    return false;
+
+QString Setting::getStringField(SettingInput input) {
+    TokenList tokens;
+    if (!getSettingInput(input, &tokens) || tokens.isEmpty()) {
+        return QString();
+    }
+    Token first = tokens.first();
+    if (!m_purifiedInputs.contains(input)) {
+        purifyStringToken(first);
+    }
+    return first.getPayload();
 }
-QString Setting::getStringField(SettingInput) {
-    return QString();
+
+bool Setting::getSettingInputAsString(SettingInput input, QString* out) {
+    TokenList tokens;
+    if (!out || !getSettingInput(input, &tokens) || tokens.isEmpty()) {
+        return false;
+    }
+    QStringList payloads;
+    payloads.reserve(tokens.size());
+    for (const Token& t : tokens) {
+        payloads.append(t.getPayload());
+    }
+    *out = payloads.join(QLatin1Char(' '));
+    return true;
 }
-bool Setting::getSettingInputAsString(SettingInput, QString*) {
-    return false;
+
+bool Setting::preprocessNumericInput(SettingInput input) {
+    const int offset = getSettingInputOffset(input);
+    if (offset < 0) {
+        return false;
+    }
+    return NumericPreprocessor::rewrite(*m_tokens, offset, m_parent->getKXSFormat());
 }
-bool Setting::preprocessNumericInput(SettingInput) {
-    return false;
+
+bool Setting::purifyStringTerminals(SettingInput input) {
+    int begin = -1;
+    int end = -1;
+    if (!isInitialized()) {
+        return false;
+    }
+    if (!getSettingInputRange(input, &begin, &end)) {
+        return true; // an absent field has nothing to purify
+    }
+    StringPurifier purifier(
+        *m_tokens, [this](const QString& message) { report(message); },
+        debug_getProcessedKXSLine());
+    if (!purifier.purifyRange(begin, end)) {
+        return false;
+    }
+    markPurified(input);
+    return true;
 }
-bool Setting::purifyStringTerminals(SettingInput) {
-    return false;
+
+bool Setting::purifyStringToken(Token& token) {
+    return StringPurifier::purifyToken(token);
 }
-bool Setting::purifyStringToken(Token&) {
-    return false;
+
+bool Setting::resolveReferences(TokenList& tokens) {
+    return m_parent &&
+           m_parent->replaceDependents(this, tokens, parser::Numeric, ReplaceBehaviour::Strict);
 }
-bool Setting::evaluateExpression(TokenList, double*) {
-    return false;
+
+bool Setting::evaluateExpression(TokenList tokens, double* value) {
+    if (!value || !isInitialized() || !resolveReferences(tokens)) {
+        return false;
+    }
+    parser::CalcParser calc;
+    const double result = calc.calculate(tokens);
+    if (!calc.lastCalcSuccessful()) {
+        return false;
+    }
+    *value = result;
+    return true;
 }
-bool Setting::resolveReferences(TokenList&) {
-    return false;
-}
+
 } // namespace sf

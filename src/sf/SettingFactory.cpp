@@ -1,20 +1,83 @@
 #include "sf/SettingFactory.h"
 
-#include "sf/Setting.h"
+#include "sf/BoolSetting.h"
+#include "sf/CheckBoolSetting.h"
+#include "sf/ListSetting.h"
+#include "sf/NumSetting.h"
+#include "sf/RawSetting.h"
+
+#include <QRegularExpression>
+
+#include <cstring>
 
 namespace sf {
+
+using parser::TokenList;
 
 const char* const SettingFactory::TYPE_LABELS[SETTING_TYPE_COUNT] = {"",     "uninit",    "num",
                                                                      "bool", "checkbool", "list"};
 
-Setting* SettingFactory::buildSetting(const RawSetting*, std::unique_ptr<parser::TokenList>,
-                                      SettingHost*) {
-    m_lastError = ErrorNotBuilt;
-    return nullptr;
+int SettingFactory::typeFromKeyword(const QString& keyword) {
+    const QRegularExpression pattern(QRegularExpression::anchoredPattern(keyword),
+                                     QRegularExpression::CaseInsensitiveOption);
+    if (!pattern.isValid()) {
+        return -1;
+    }
+    for (int type = 0; type < SETTING_TYPE_COUNT; ++type) {
+        if (pattern.match(QLatin1String(TYPE_LABELS[type])).hasMatch()) {
+            return type;
+        }
+    }
+    return -1;
 }
 
-int SettingFactory::typeFromKeyword(const QString&) {
-    return -1;
+Setting* SettingFactory::buildSetting(const RawSetting* raw, std::unique_ptr<TokenList> tokens,
+                                      SettingHost* host) {
+    // The tokens are destroyed with this function's unique_ptr on every early return.
+    if (!raw) {
+        m_lastError = ErrorNoRawSetting;
+        return nullptr;
+    }
+    if (!tokens || tokens->isEmpty()) {
+        m_lastError = ErrorUnknownType;
+        return nullptr;
+    }
+    const int type = typeFromKeyword(tokens->first().getPayload());
+    if (type < 0) {
+        m_lastError = ErrorUnknownType;
+        return nullptr;
+    }
+    std::unique_ptr<Setting> setting;
+    switch (type) {
+    case TypeNum:
+        setting = std::make_unique<NumSetting>(raw->getCodeName(), std::move(tokens), host);
+        break;
+    case TypeBool:
+        setting = std::make_unique<BoolSetting>(raw->getCodeName(), std::move(tokens), host);
+        break;
+    case TypeCheckBool:
+        setting = std::make_unique<CheckBoolSetting>(raw->getCodeName(), std::move(tokens), host);
+        break;
+    case TypeList:
+        setting = std::make_unique<ListSetting>(raw->getCodeName(), std::move(tokens), host);
+        break;
+    default: // "" and "uninit" name no kind that can be built
+        m_lastError = ErrorNotBuilt;
+        return nullptr;
+    }
+    if (setting->getType() != type) {
+        m_lastError = ErrorNotBuilt;
+        return nullptr;
+    }
+    // As many of the raw bytes as both sizes allow; the rest stays zero.
+    QByteArray bytes(setting->getSizeBytes(), '\0');
+    const int common = qMin(setting->getSizeBytes(), raw->getSizeBytes());
+    if (common > 0 && raw->getData()) {
+        std::memcpy(bytes.data(), raw->getData(), static_cast<size_t>(common));
+    }
+    setting->writeRawData(bytes.constData());
+    m_lastError = NoError;
+    return setting.release();
 }
 
 } // namespace sf

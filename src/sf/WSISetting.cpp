@@ -17,7 +17,16 @@ QVariant WSISetting::getData(DataRole role) {
 }
 
 bool WSISetting::extractWsi() {
-    return false;
+    int begin = -1;
+    int end = -1;
+    if (!getSettingInputRange(InputWsi, &begin, &end) || end - begin != 1) {
+        return false;
+    }
+    // The WSI is taken from a copy: the definition keeps its token as written.
+    parser::Token token = getTokenList()->at(begin);
+    purifyStringToken(token);
+    m_wsi = token.getPayload();
+    return true;
 }
 
 } // namespace sf
