@@ -1,0 +1,64 @@
+#include "sf/LayoutScan.h"
+
+#include "kxs/KxsFormat.h"
+#include "kxs/parser/KxsParser.h"
+
+#include <QVector>
+
+namespace sf {
+
+namespace {
+
+struct Placed {
+    quint32 position = 0; // offset of the entry in the file
+    QString name;
+};
+
+} // namespace
+
+bool LayoutScan::scan(const QByteArray& layout) {
+    m_headings.clear();
+    m_settingEntries = 0;
+    kxs::parser::KxsParser parser;
+    if (!parser.openKxsData(layout)) {
+        return false;
+    }
+
+    QVector<Placed> headings;
+    const kxs::NamesTableEntryV1* entry = nullptr;
+    const char* data = nullptr;
+    while (parser.hasNext(kxs::EntryCategory) &&
+           parser.getNext(&entry, &data, kxs::EntryCategory)) {
+        kxs::CategoryData texts;
+        if (!kxs::readCategoryData(entry, data, &texts)) {
+            break; // the interpreter stops here too
+        }
+        headings.append({parser.getOffset() - kxs::entryLength(entry), kxs::entryName(entry)});
+    }
+
+    parser.reset();
+    int next = 0; // first heading not yet passed
+    QString current;
+    while (parser.hasNext(kxs::EntrySetting) && parser.getNext(&entry, &data, kxs::EntrySetting)) {
+        kxs::SettingData setting;
+        if (!kxs::readSettingData(entry, data, &setting)) {
+            break;
+        }
+        if (setting.sizeBytes > MAX_SETTING_SIZE) {
+            return false;
+        }
+        ++m_settingEntries;
+        const quint32 position = parser.getOffset() - kxs::entryLength(entry);
+        while (next < headings.size() && headings[next].position <= position) {
+            current = headings[next].name;
+            ++next;
+        }
+        const QString name = kxs::entryName(entry);
+        if (!m_headings.contains(name)) {
+            m_headings.insert(name, current);
+        }
+    }
+    return true;
+}
+
+} // namespace sf
