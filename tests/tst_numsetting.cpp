@@ -1,0 +1,396 @@
+// Numbers: size and sign from the format field, reading and writing the image's bytes,
+// translation through scale chains, ranges that follow other settings, and the answers
+// for every data role.
+#include "sf/NumSetting.h"
+
+#include "support/FakeSettingHost.h"
+
+#include <QtTest>
+
+#include <cmath>
+
+using namespace sf;
+using settingstest::FakeSettingHost;
+using settingstest::hexBytes;
+
+namespace {
+
+QString numDefinition(const QString& format, const QString& rest = QString()) {
+    return QStringLiteral("num, W, %1").arg(format) + rest;
+}
+
+NumSetting* asNum(Setting* s) {
+    return dynamic_cast<NumSetting*>(s);
+}
+
+} // namespace
+
+class TestNumSetting : public QObject {
+    Q_OBJECT
+private slots:
+    void sizeAndSign_data();
+    void sizeAndSign();
+    void readDouble_data();
+    void readDouble();
+    void writeDouble_data();
+    void writeDouble();
+    void translationThroughScaleChain_data();
+    void translationThroughScaleChain();
+    void setDataStoresNearestIntegerBelow_data();
+    void setDataStoresNearestIntegerBelow();
+    void rangeFollowsOtherSetting();
+    void updateClampsIntoNewRange();
+    void missingRangeIsTheWholeType_data();
+    void missingRangeIsTheWholeType();
+    void dataRoles_data();
+    void dataRoles();
+    void unitsFollowTernary();
+    void scaleChainFromCaseBlock();
+    void failedSettingRefusesEverything();
+};
+
+void TestNumSetting::sizeAndSign_data() {
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<bool>("builds");
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<int>("bytes");
+    QTest::addColumn<bool>("isSigned");
+    QTest::newRow("u8") << "u8" << true << 8 << 1 << false;
+    QTest::newRow("s8") << "s8" << true << 8 << 1 << true;
+    QTest::newRow("u1") << "u1" << true << 1 << 1 << false;
+    QTest::newRow("u12 takes 2 bytes") << "u12" << true << 12 << 2 << false;
+    QTest::newRow("u24 rounds up to 4 bytes") << "u24" << true << 24 << 4 << false;
+    QTest::newRow("s32") << "s32" << true << 32 << 4 << true;
+    QTest::newRow("u33 rounds up to 8 bytes") << "u33" << true << 33 << 8 << false;
+    QTest::newRow("u64") << "u64" << true << 64 << 8 << false;
+    QTest::newRow("other letter") << "x16" << false << 0 << 0 << false;
+    QTest::newRow("upper-case U") << "U16" << false << 0 << 0 << false;
+    QTest::newRow("no bit count") << "u" << false << 0 << 0 << false;
+    QTest::newRow("zero bits") << "u0" << false << 0 << 0 << false;
+    QTest::newRow("beyond 64 bits") << "u65" << false << 0 << 0 << false;
+    QTest::newRow("bare number") << "16" << false << 0 << 0 << false;
+}
+
+void TestNumSetting::sizeAndSign() {
+    QFETCH(QString, format);
+    QFETCH(bool, builds);
+    QFETCH(int, bits);
+    QFETCH(int, bytes);
+    QFETCH(bool, isSigned);
+    FakeSettingHost host;
+    int error = -1;
+    Setting* s = host.build(QStringLiteral("N1"), numDefinition(format), QByteArray(), &error);
+    QCOMPARE(s != nullptr, builds);
+    QCOMPARE(error, builds ? 0 : 3);
+    if (!s) {
+        return;
+    }
+    QCOMPARE(s->getType(), TypeNum);
+    QCOMPARE(s->getSizeBits(), bits);
+    QCOMPARE(s->getSizeBytes(), bytes);
+    QCOMPARE(s->getBytes().size(), bytes);
+    QCOMPARE(asNum(s)->isSigned(), isSigned);
+}
+
+void TestNumSetting::readDouble_data() {
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<double>("expected");
+    QTest::newRow("s8 lowest") << "s8" << hexBytes("80") << -128.0;
+    QTest::newRow("s8 highest") << "s8" << hexBytes("7F") << 127.0;
+    QTest::newRow("u8 FF") << "u8" << hexBytes("FF") << 255.0;
+    QTest::newRow("u16 most significant first") << "u16" << hexBytes("12 34") << 4660.0;
+    QTest::newRow("s16 negative") << "s16" << hexBytes("FF FE") << -2.0;
+    QTest::newRow("s12 is read as 16 bits") << "s12" << hexBytes("0F FF") << 4095.0;
+    QTest::newRow("u24 in 4 bytes") << "u24" << hexBytes("00 01 00 00") << 65536.0;
+    QTest::newRow("s32 negative") << "s32" << hexBytes("FF FF FF FF") << -1.0;
+    QTest::newRow("u64 high bit") << "u64" << hexBytes("80 00 00 00 00 00 00 00")
+                                  << 9223372036854775808.0;
+    QTest::newRow("u64 all ones") << "u64" << hexBytes("FF FF FF FF FF FF FF FF")
+                                  << 18446744073709551615.0;
+    QTest::newRow("s64 lowest") << "s64" << hexBytes("80 00 00 00 00 00 00 00")
+                                << -9223372036854775808.0;
+}
+
+void TestNumSetting::readDouble() {
+    QFETCH(QString, format);
+    QFETCH(QByteArray, bytes);
+    QFETCH(double, expected);
+    FakeSettingHost host;
+    NumSetting* n = asNum(host.build(QStringLiteral("N1"), numDefinition(format), bytes));
+    QVERIFY(n);
+    double value = 0.0;
+    QVERIFY(n->readDouble(bytes.constData(), &value));
+    QCOMPARE(value, expected);
+    QCOMPARE(n->getData(RoleEdit).toDouble(), expected); // no scale field: shown = raw
+}
+
+void TestNumSetting::writeDouble_data() {
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QByteArray>("expected");
+    QTest::newRow("2.9 truncates to 2") << "u8" << 2.9 << hexBytes("02");
+    QTest::newRow("-2.9 truncates to -2") << "s8" << -2.9 << hexBytes("FE");
+    QTest::newRow("most significant byte first") << "u16" << 4660.0 << hexBytes("12 34");
+    QTest::newRow("u24 in 4 bytes") << "u24" << 65536.0 << hexBytes("00 01 00 00");
+    QTest::newRow("u8 saturates high") << "u8" << 300.0 << hexBytes("FF");
+    QTest::newRow("u8 saturates negative to 0") << "u8" << -5.0 << hexBytes("00");
+    QTest::newRow("s8 saturates high") << "s8" << 200.0 << hexBytes("7F");
+    QTest::newRow("s8 saturates low") << "s8" << -200.0 << hexBytes("80");
+    QTest::newRow("u64 below 2^63") << "u64" << 4294967296.0 << hexBytes("00 00 00 01 00 00 00 00");
+    QTest::newRow("u64 exactly 2^63")
+        << "u64" << 9223372036854775808.0 << hexBytes("80 00 00 00 00 00 00 00");
+    QTest::newRow("u64 above 2^63")
+        << "u64" << 9223372036854779904.0 << hexBytes("80 00 00 00 00 00 10 00");
+    QTest::newRow("u64 saturates") << "u64" << 1e20 << hexBytes("FF FF FF FF FF FF FF FF");
+    QTest::newRow("s64 saturates low") << "s64" << -1e20 << hexBytes("80 00 00 00 00 00 00 00");
+    QTest::newRow("s64 saturates high") << "s64" << 1e20 << hexBytes("7F FF FF FF FF FF FF FF");
+}
+
+void TestNumSetting::writeDouble() {
+    QFETCH(QString, format);
+    QFETCH(double, value);
+    QFETCH(QByteArray, expected);
+    FakeSettingHost host;
+    NumSetting* n = asNum(host.build(QStringLiteral("N1"), numDefinition(format)));
+    QVERIFY(n);
+    QByteArray out(n->getSizeBytes(), '\x55');
+    QVERIFY(n->writeDouble(value, out.data()));
+    QCOMPARE(out.toHex(' '), expected.toHex(' '));
+    // Reading it back gives the stored integer.
+    double back = 0.0;
+    QVERIFY(n->readDouble(out.constData(), &back));
+    QCOMPARE(std::trunc(back), back);
+    QVERIFY(!n->writeDouble(std::nan(""), out.data()));
+}
+
+void TestNumSetting::translationThroughScaleChain_data() {
+    QTest::addColumn<uint>("format");
+    QTest::addColumn<QString>("scale");
+    QTest::addColumn<double>("raw");
+    QTest::addColumn<double>("shown");
+    QTest::newRow("times 10 divided by 256") << 1001u << "[*10/256]" << 1000.0 << 39.0625;
+    QTest::newRow("format 1000 implicit multiply") << 1000u << "[10/256]" << 1000.0 << 39.0625;
+    QTest::newRow("hexadecimal factor") << 1001u << "[*0x10]" << 3.0 << 48.0;
+    QTest::newRow("offset then factor") << 1001u << "[-40*2]" << 100.0 << 120.0;
+    QTest::newRow("empty chain") << 1001u << "[]" << 77.0 << 77.0;
+    QTest::newRow("negative factor") << 1001u << "[*-1]" << 5.0 << -5.0;
+}
+
+void TestNumSetting::translationThroughScaleChain() {
+    QFETCH(uint, format);
+    QFETCH(QString, scale);
+    QFETCH(double, raw);
+    QFETCH(double, shown);
+    FakeSettingHost host;
+    host.setFormat(format);
+    NumSetting* n = asNum(
+        host.build(QStringLiteral("N1"),
+                   numDefinition(QStringLiteral("u16"), QStringLiteral(", 0`65535, ") + scale)));
+    QVERIFY(n);
+    double scaled = 0.0;
+    QVERIFY(n->translate(raw, &scaled));
+    QCOMPARE(scaled, shown);
+    double back = 0.0;
+    QVERIFY(n->untranslate(shown, &back));
+    QCOMPARE(back, raw);
+    // Through the setting's own bytes.
+    QVERIFY(n->setData(shown));
+    double stored = 0.0;
+    QVERIFY(n->readDouble(n->getRawData(), &stored));
+    QCOMPARE(stored, raw);
+    QCOMPARE(n->getData(RoleEdit).toDouble(), shown);
+}
+
+void TestNumSetting::setDataStoresNearestIntegerBelow_data() {
+    QTest::addColumn<QString>("scale");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<double>("raw");
+    QTest::newRow("2.9 stores 2") << "[]" << 2.9 << 2.0;
+    QTest::newRow("-2.9 stores -2") << "[]" << -2.9 << -2.0;
+    QTest::newRow("floating-point noise is not truncated away") << "[/100]" << 0.29 << 29.0;
+    QTest::newRow("shown step between raw values") << "[/10]" << 1.25 << 12.0;
+}
+
+void TestNumSetting::setDataStoresNearestIntegerBelow() {
+    QFETCH(QString, scale);
+    QFETCH(double, value);
+    QFETCH(double, raw);
+    FakeSettingHost host;
+    NumSetting* n = asNum(
+        host.build(QStringLiteral("N1"),
+                   numDefinition(QStringLiteral("s16"), QStringLiteral(", -999`999, ") + scale)));
+    QVERIFY(n);
+    QVERIFY(n->setData(value));
+    double stored = 0.0;
+    QVERIFY(n->readDouble(n->getRawData(), &stored));
+    QCOMPARE(stored, raw);
+    QVERIFY(!n->setData(QStringLiteral("not a number")));
+}
+
+void TestNumSetting::rangeFollowsOtherSetting() {
+    FakeSettingHost host;
+    Setting* cells =
+        host.build(QStringLiteral("Cells1"),
+                   QStringLiteral("num, CELLS, u8, 1`24, [], 0, \"Cells\", \"\""), hexBytes("0A"));
+    NumSetting* limit = asNum(
+        host.build(QStringLiteral("Limit1"),
+                   QStringLiteral("num, LIM, u16, Cells1*25`Cells1*42, [/10], 1, \"Limit\", \"V\""),
+                   hexBytes("01 A4")));
+    QVERIFY(cells && limit);
+    QVERIFY(host.finishAll());
+    QCOMPARE(limit->getData(RoleMinimum).toDouble(), 25.0);
+    QCOMPARE(limit->getData(RoleMaximum).toDouble(), 42.0);
+    QVERIFY(cells->getDependents().contains(limit));
+
+    QVERIFY(cells->setData(12));
+    host.notifyDependents(cells);
+    QCOMPARE(limit->getData(RoleMinimum).toDouble(), 30.0);
+    QCOMPARE(limit->getData(RoleMaximum).toDouble(), 50.4);
+    QCOMPARE(limit->getData(RoleStatus).toString(),
+             QStringLiteral("Limit | Maximum Value: 50.4 V | Minimum Value: 30.0 V"));
+    QVERIFY(host.problems().isEmpty());
+}
+
+void TestNumSetting::updateClampsIntoNewRange() {
+    FakeSettingHost host;
+    Setting* cells =
+        host.build(QStringLiteral("Cells1"),
+                   QStringLiteral("num, CELLS, u8, 1`24, [], 0, \"Cells\", \"\""), hexBytes("0A"));
+    Setting* limit =
+        host.build(QStringLiteral("Limit1"),
+                   QStringLiteral("num, LIM, u16, 0`Cells1*42, [/10], 1, \"L\", \"V\""),
+                   hexBytes("01 A4")); // 420
+    QVERIFY(cells && limit);
+    QVERIFY(host.finishAll());
+    QCOMPARE(limit->getBytes(), hexBytes("01 A4")); // finishing never changes a value
+    QVERIFY(cells->setData(5));
+    host.notifyDependents(cells);
+    QCOMPARE(limit->getBytes(), hexBytes("00 D2")); // clamped to 5 * 42 = 210
+    QVERIFY(cells->setData(20));
+    host.notifyDependents(cells);
+    QCOMPARE(limit->getBytes(), hexBytes("00 D2")); // inside the wider range: unchanged
+}
+
+void TestNumSetting::missingRangeIsTheWholeType_data() {
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<double>("minimum");
+    QTest::addColumn<double>("maximum");
+    QTest::newRow("u12") << "u12" << 0.0 << 4095.0;
+    QTest::newRow("s8") << "s8" << -128.0 << 127.0;
+    QTest::newRow("u8") << "u8" << 0.0 << 255.0;
+}
+
+void TestNumSetting::missingRangeIsTheWholeType() {
+    QFETCH(QString, format);
+    QFETCH(double, minimum);
+    QFETCH(double, maximum);
+    FakeSettingHost host;
+    Setting* n = host.build(QStringLiteral("N1"), numDefinition(format));
+    QVERIFY(n);
+    QVERIFY(n->finishSetup());
+    QCOMPARE(n->getData(RoleMinimum).toDouble(), minimum);
+    QCOMPARE(n->getData(RoleMaximum).toDouble(), maximum);
+}
+
+void TestNumSetting::dataRoles_data() {
+    QTest::addColumn<int>("role");
+    QTest::addColumn<QVariant>("expected");
+    QTest::newRow("1 display") << int(RoleDisplay) << QVariant(QStringLiteral("39.06 A"));
+    QTest::newRow("2 edit") << int(RoleEdit) << QVariant(39.0625);
+    QTest::newRow("5 name") << int(RoleName) << QVariant(QStringLiteral("Current \"max\""));
+    QTest::newRow("6 not answered") << int(RoleExpandedDisplay) << QVariant();
+    QTest::newRow("8 minimum") << int(RoleMinimum) << QVariant(0.0);
+    QTest::newRow("9 maximum") << int(RoleMaximum) << QVariant(78.125);
+    QTest::newRow("10 precision") << int(RolePrecision) << QVariant(2);
+    QTest::newRow("11 note") << int(RoleNote) << QVariant(QStringLiteral("per phase"));
+    QTest::newRow("12 status") << int(RoleStatus)
+                               << QVariant(QStringLiteral("Current \"max\" | Maximum Value: 78.13 A"
+                                                          " | Minimum Value: 0.00 A"));
+    QTest::newRow("13 raw") << int(RoleRaw) << QVariant(qulonglong(1000));
+    QTest::newRow("14 tool tip") << int(RoleToolTip) << QVariant(QStringLiteral("Phase current"));
+}
+
+void TestNumSetting::dataRoles() {
+    QFETCH(int, role);
+    QFETCH(QVariant, expected);
+    FakeSettingHost host;
+    host.addTooltip(QStringLiteral("IMAX"), QStringLiteral("Phase current"));
+    // The precision field is empty, so the default of 2 decimals applies.
+    Setting* n = host.build(
+        QStringLiteral("Imax1"),
+        QStringLiteral("num, IMAX, u16, 0`2000, [*10/256], , \"Current \\\"max\\\"\", A, "
+                       "\"per phase\""),
+        hexBytes("03 E8"));
+    QVERIFY(n);
+    QVERIFY(n->finishSetup());
+    const QVariant actual = n->getData(static_cast<DataRole>(role));
+    QCOMPARE(actual.isValid(), expected.isValid());
+    if (expected.isValid()) {
+        QCOMPARE(actual.toString(), expected.toString());
+    }
+}
+
+void TestNumSetting::unitsFollowTernary() {
+    FakeSettingHost host;
+    Setting* mode =
+        host.build(QStringLiteral("Mode1"),
+                   QStringLiteral("num, MODE, u8, 0`2, [], 0, \"Mode\", \"\""), hexBytes("00"));
+    Setting* n =
+        host.build(QStringLiteral("Speed1"),
+                   QStringLiteral("num, SPD, u16, 0`999, [/10], {Mode1, 1, 2, 0}, \"Speed\", "
+                                  "Mode1 == 0 ? \"km/h\" : \"mph\""),
+                   hexBytes("00 7B"));
+    QVERIFY(mode && n);
+    QVERIFY(host.finishAll());
+    QCOMPARE(n->getData(RoleDisplay).toString(), QStringLiteral("12.3 km/h"));
+    QVERIFY(mode->getDependents().contains(n));
+    QVERIFY(mode->setData(1));
+    QCOMPARE(n->getData(RoleDisplay).toString(), QStringLiteral("12.30 mph"));
+    QVERIFY(mode->setData(2));
+    QCOMPARE(n->getData(RoleDisplay).toString(), QStringLiteral("12 mph"));
+    // Full precision: fixed notation with 99 decimals, whatever the shown precision.
+    const QString full = n->getData(RoleFullText).toString();
+    QCOMPARE(full.section(QLatin1Char('.'), 1).size(), 99);
+    QVERIFY2(full.startsWith(QStringLiteral("12.30000000000000")), qPrintable(full));
+    QVERIFY(host.problems().isEmpty());
+}
+
+void TestNumSetting::scaleChainFromCaseBlock() {
+    FakeSettingHost host;
+    Setting* unit =
+        host.build(QStringLiteral("Unit1"),
+                   QStringLiteral("num, UNIT, u8, 0`1, [], 0, \"Unit\", \"\""), hexBytes("01"));
+    Setting* n = host.build(QStringLiteral("Dist1"),
+                            QStringLiteral("num, DIST, u16, 0`1000, {Unit1, [*1], [*Unit1*10]}, 0, "
+                                           "\"Distance\", \"\""),
+                            hexBytes("00 05"));
+    QVERIFY(unit && n);
+    QCOMPARE(n->getData(RoleEdit).toDouble(), 50.0);
+    QVERIFY(unit->setData(0));
+    QCOMPARE(n->getData(RoleEdit).toDouble(), 5.0);
+    QVERIFY(unit->getDependents().contains(n));
+}
+
+void TestNumSetting::failedSettingRefusesEverything() {
+    FakeSettingHost host;
+    auto tokens = std::make_unique<parser::TokenList>(
+        FakeSettingHost::tokenize(QStringLiteral("num, W, q16, 0`1, []")));
+    NumSetting n(QStringLiteral("Bad1"), std::move(tokens), &host);
+    QCOMPARE(n.getType(), TypeNone);
+    for (int role = 0; role <= 15; ++role) {
+        QVERIFY2(!n.getData(static_cast<DataRole>(role)).isValid(),
+                 qPrintable(QString::number(role)));
+    }
+    QVERIFY(!n.setData(1.0));
+    QVERIFY(!n.update(TypeNum));
+    QVERIFY(!n.finishSetup());
+    QVERIFY(!n.recomputeRange());
+    double v = 0.0;
+    QVERIFY(!n.translate(1.0, &v));
+    QVERIFY(!n.getRawData());
+    QCOMPARE(n.getSettingInputOffset(InputRange), -1);
+}
+
+QTEST_GUILESS_MAIN(TestNumSetting)
+#include "tst_numsetting.moc"
