@@ -1,0 +1,414 @@
+// Loading a setup image against a layout: result codes, problem counts, categories,
+// processor types and help texts.
+
+#include "support/LayoutFixtures.h"
+#include "support/ManagerFixtures.h"
+
+#include "kxs/compiler/KxsWriter.h"
+#include "sf/Category.h"
+#include "sf/RawSetting.h"
+#include "sf/Setting.h"
+#include "sf/SettingManager.h"
+
+#include <QDir>
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace testsupport;
+using sf::SettingManager;
+
+namespace {
+
+const QString FW = QStringLiteral("FW1");
+const QString KXS = QStringLiteral("KX4-T1");
+
+// One numeric entry per line: "NAME ADDRESS".
+QString numEntries(const QStringList& entries) {
+    QString out;
+    for (const QString& entry : entries) {
+        const QStringList parts = entry.split(QLatin1Char(' '));
+        out += QStringLiteral("setting %1 %2 1 = num, W%1, u8, 0`255, [], 0, \"%1\", \"\"\n")
+                   .arg(parts.at(0), parts.at(1));
+    }
+    return out;
+}
+
+QByteArray imageOf(const QByteArray& bytes, const QString& fw = FW, const QString& kxs = KXS) {
+    QMap<quint32, QByteArray> blocks;
+    blocks.insert(0, bytes);
+    return hexImage(blocks, fw, kxs);
+}
+
+} // namespace
+
+class TestSettingManagerLoad : public QObject {
+    Q_OBJECT
+
+private slots:
+    void resultCodes_data();
+    void resultCodes();
+    void duplicateCodeNamesKeepTheFirst();
+    void failedSettingsAreLeftOutAndTheirRawDisabled();
+    void processorType_data();
+    void processorType();
+    void phantomBytesAreSkippedForKx3Layouts();
+    void settingsFallUnderThePrecedingHeading();
+    void uncategorizedOnlyWhenNeeded();
+    void enabledAndHiddenFromTheMarkers();
+    void presetCounterIsFoundByPresetName();
+    void memoryLoadMatchesFileLoad();
+    void reloadDropsEverything();
+    void helpFile_data();
+    void helpFile();
+    void parseTooltips_data();
+    void parseTooltips();
+};
+
+void TestSettingManagerLoad::resultCodes_data() {
+    QTest::addColumn<QString>("layoutSource"); // empty: no layout file at all
+    QTest::addColumn<QByteArray>("image");     // empty: no image file at all
+    QTest::addColumn<bool>("ignoreVersion");
+    QTest::addColumn<int>("expected");
+
+    const QString header = QStringLiteral("version \"KX4-T1\"\n");
+    const QString three =
+        numEntries({QStringLiteral("A 0"), QStringLiteral("B 1"), QStringLiteral("C 2")});
+    const QByteArray image = imageOf(QByteArray::fromHex("010203"));
+
+    QTest::newRow("clean load") << header + three << image << false << 0;
+    QTest::newRow("no layout file") << QString() << image << false << -3;
+    QTest::newRow("image file missing") << header + three << QByteArray() << false << -4;
+    QTest::newRow("image with a bad checksum")
+        << header + three << QByteArray(":0100000001FF\r\n") << false << -4;
+    QTest::newRow("layout without version text") << three << image << false << -1;
+    QTest::newRow("firmware version differs")
+        << header + three << imageOf(QByteArray::fromHex("010203"), QStringLiteral("FW2")) << false
+        << -2;
+    QTest::newRow("layout version differs")
+        << header + three << imageOf(QByteArray::fromHex("010203"), FW, QStringLiteral("KX4-T2"))
+        << false << -2;
+    QTest::newRow("image without versions")
+        << header + three << imageOf(QByteArray::fromHex("010203"), {}, {}) << false << -2;
+    QTest::newRow("differing versions ignored")
+        << header + three << imageOf(QByteArray::fromHex("010203"), QStringLiteral("FW9")) << true
+        << 0;
+    QTest::newRow("one setting's bytes missing")
+        << header + three + numEntries({QStringLiteral("D 0x40")}) << image << false << 1;
+    QTest::newRow("bytes running past the image")
+        << header + QStringLiteral("setting W 2 2 = num, WW, u16, 0`9, [], 0, \"W\", \"\"\n")
+        << image << false << 1;
+    QTest::newRow("kind that fails to build counts (error 3)")
+        << header + three + QStringLiteral("setting Q 1 1 = num, WQ, q16, 0`1, []\n") << image
+        << false << 1;
+    QTest::newRow("uninit keyword counts (error 3)")
+        << header + three + QStringLiteral("setting U 1 1 = uninit, x\n") << image << false << 1;
+    QTest::newRow("unknown keyword does not count (error 1)")
+        << header + three + QStringLiteral("setting T 1 1 = text, x\n") << image << false << 0;
+    QTest::newRow("missing bytes and failed kinds add up")
+        << header + numEntries({QStringLiteral("A 0x80"), QStringLiteral("B 0x81")}) +
+               QStringLiteral("setting U 1 1 = uninit, x\n")
+        << image << false << 3;
+}
+
+void TestSettingManagerLoad::resultCodes() {
+    QFETCH(QString, layoutSource);
+    QFETCH(QByteArray, image);
+    QFETCH(bool, ignoreVersion);
+    QFETCH(int, expected);
+
+    ManagerFiles files;
+    QString layoutPath = files.path(QStringLiteral("none.kxs"));
+    if (!layoutSource.isEmpty()) {
+        layoutPath = files.write(QStringLiteral("l.kxs"), compileLayout(layoutSource));
+    }
+    QString imagePath = files.path(QStringLiteral("none.hex"));
+    if (!image.isEmpty()) {
+        imagePath = files.write(QStringLiteral("i.hex"), image);
+    }
+    SettingManager manager;
+    QCOMPARE(manager.loadRawSettings(managerVersion(FW, KXS, layoutPath), imagePath, ignoreVersion),
+             expected);
+    if (expected < 0) {
+        QCOMPARE(manager.getSettings().size(), 0);
+        QCOMPARE(manager.totalSize(), 0);
+    }
+}
+
+void TestSettingManagerLoad::duplicateCodeNamesKeepTheFirst() {
+    // The layout compiler refuses repeated names, so the file is written entry by entry.
+    kxs::compiler::KxsWriter writer;
+    QVERIFY(writer.setVersion(KXS));
+    const QString definition = QStringLiteral("num, W, u8, 0`255, [], 0, \"N\", \"\"");
+    QVERIFY(writer.addSetting(QStringLiteral("A"), 0, 1, definition));
+    QVERIFY(writer.addSetting(QStringLiteral("A"), 1, 1, definition));
+    QVERIFY(writer.addSetting(QStringLiteral("B"), 2, 1, definition));
+    QVERIFY(writer.addSetting(QStringLiteral("A"), 0x90, 1, definition));
+    SettingManager manager;
+    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), writer.toBytes(),
+                                         imageOf(QByteArray::fromHex("0A0B0C")), false),
+             0); // the repeat at 0x90 is not read, so its missing bytes do not count
+    QCOMPARE(manager.getRawSettings().size(), 2);
+    QCOMPARE(manager.getRawSetting(QStringLiteral("A"))->getAddress(), 0);
+    QCOMPARE(manager.getSettings().size(), 2);
+    QCOMPARE(manager.getSettingData(QStringLiteral("A"), sf::RoleEdit).toInt(), 10);
+}
+
+void TestSettingManagerLoad::failedSettingsAreLeftOutAndTheirRawDisabled() {
+    const QString source = QStringLiteral("version \"KX4-T1\"\n") +
+                           numEntries({QStringLiteral("A 0")}) +
+                           QStringLiteral("setting Q 1 1 = num, WQ, q16, 0`1, []\n");
+    SettingManager manager;
+    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), compileLayout(source),
+                                         imageOf(QByteArray::fromHex("0A0B")), false),
+             1);
+    QVERIFY(manager.containsRaw(QStringLiteral("Q")));
+    QVERIFY(!manager.contains(QStringLiteral("Q")));
+    QVERIFY(!manager.getRawSetting(QStringLiteral("Q"))->isEnabled());
+    QCOMPARE(manager.getRawSettingData(QStringLiteral("Q")), QByteArray::fromHex("0B"));
+    QCOMPARE(manager.getSettingType(QStringLiteral("Q")), sf::TypeNone);
+}
+
+void TestSettingManagerLoad::processorType_data() {
+    QTest::addColumn<QString>("layoutVersion");
+    QTest::addColumn<int>("before");
+    QTest::addColumn<int>("expected");
+
+    QTest::newRow("KX4") << QStringLiteral("KX4-2.0") << 0 << 2;
+    QTest::newRow("KX3") << QStringLiteral("KX3-1.1") << 0 << 1;
+    QTest::newRow("Dravolin") << QStringLiteral("Dravolin 7") << 2 << 0;
+    QTest::newRow("KX4 wins over KX3") << QStringLiteral("KX3/KX4") << 0 << 2;
+    QTest::newRow("KX3 wins over Dravolin") << QStringLiteral("Dravolin KX3") << 2 << 1;
+    QTest::newRow("search is case-sensitive") << QStringLiteral("kx4") << 1 << 1;
+    QTest::newRow("other text keeps the type") << QStringLiteral("Other") << 0 << 0;
+}
+
+void TestSettingManagerLoad::processorType() {
+    QFETCH(QString, layoutVersion);
+    QFETCH(int, before);
+    QFETCH(int, expected);
+
+    QCOMPARE(SettingManager::processorTypeFor(layoutVersion, before), expected);
+
+    const QString source =
+        QStringLiteral("version \"%1\"\n").arg(layoutVersion) + numEntries({QStringLiteral("A 0")});
+    SettingManager manager;
+    manager.set_processor_type(before);
+    QVERIFY(manager.loadRawSettingsData(managerVersion(FW, layoutVersion), compileLayout(source),
+                                        imageOf(QByteArray::fromHex("0A"), FW, layoutVersion),
+                                        false) >= 0);
+    QCOMPARE(manager.get_processor_type(), expected);
+}
+
+void TestSettingManagerLoad::phantomBytesAreSkippedForKx3Layouts() {
+    // With a phantom byte at every odd address, the two real bytes of a 16-bit setting
+    // at 0x100 lie at 0x100 and 0x102.
+    const QString source = QStringLiteral("version \"KX3-1\"\n"
+                                          "setting W 0x100 2 = num, WW, u16, 0`65535, [], 0, "
+                                          "\"W\", \"\"\n");
+    QMap<quint32, QByteArray> blocks;
+    blocks.insert(0x100, QByteArray::fromHex("120034"));
+    SettingManager manager;
+    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, QStringLiteral("KX3-1")),
+                                         compileLayout(source),
+                                         hexImage(blocks, FW, QStringLiteral("KX3-1")), false),
+             0);
+    QCOMPARE(manager.get_processor_type(), 1);
+    QCOMPARE(manager.getRawSettingData(QStringLiteral("W")), QByteArray::fromHex("1234"));
+    QCOMPARE(manager.getSettingData(QStringLiteral("W"), sf::RoleEdit).toInt(), 0x1234);
+}
+
+void TestSettingManagerLoad::settingsFallUnderThePrecedingHeading() {
+    SettingManager manager;
+    ManagerFiles files;
+    QCOMPARE(loadStandard(manager, files), 0);
+
+    QStringList labels;
+    for (const sf::Category* category : manager.getCategories()) {
+        labels << category->getLabel();
+    }
+    QCOMPARE(labels,
+             (QStringList{QStringLiteral("UC"), QStringLiteral("Batt"), QStringLiteral("Disp")}));
+    QCOMPARE(manager.getCategoryTitle(QStringLiteral("UC")), QStringLiteral("Uncategorized"));
+    QCOMPARE(manager.getCategoryTitle(QStringLiteral("Batt")), QStringLiteral("Battery"));
+    QCOMPARE(manager.getCategoryTitle(QStringLiteral("Nope")), QString());
+
+    const QMap<QString, QString> expected = {{QStringLiteral("Early"), QStringLiteral("UC")},
+                                             {QStringLiteral("Packs"), QStringLiteral("Batt")},
+                                             {QStringLiteral("Cells2"), QStringLiteral("Batt")},
+                                             {QStringLiteral("Low1"), QStringLiteral("Batt")},
+                                             {QStringLiteral("Flags"), QStringLiteral("Disp")},
+                                             {QStringLiteral("Dis"), QStringLiteral("Disp")}};
+    for (auto it = expected.constBegin(); it != expected.constEnd(); ++it) {
+        const sf::Setting* setting = manager.getSetting(it.key());
+        QVERIFY2(setting, qPrintable(it.key()));
+        QCOMPARE(setting->getCategory(), it.value());
+        QVERIFY(manager.getCategory(it.value())->contains(setting));
+    }
+    // Rows: Packs, Cells (two presets), Lim, Low; Flags, Boxes, Screen, Dis (Hid hidden).
+    QCOMPARE(manager.getCategory(QStringLiteral("Batt"))->getSize(), 4);
+    QCOMPARE(manager.getCategory(QStringLiteral("Disp"))->getSize(), 4);
+    QCOMPARE(manager.totalSize(), 1 + 4 + 4);
+    QCOMPARE(manager.maxPresets(), 2);
+}
+
+void TestSettingManagerLoad::uncategorizedOnlyWhenNeeded() {
+    const QString source = QStringLiteral("version \"KX4-T1\"\ncategory X \"Ex\" \"\"\n") +
+                           numEntries({QStringLiteral("A 0")});
+    SettingManager manager;
+    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), compileLayout(source),
+                                         imageOf(QByteArray::fromHex("01")), false),
+             0);
+    QCOMPARE(manager.getCategories().size(), 1);
+    QVERIFY(!manager.getCategory(SettingManager::UNCATEGORIZED_LABEL));
+}
+
+void TestSettingManagerLoad::enabledAndHiddenFromTheMarkers() {
+    SettingManager manager;
+    ManagerFiles files;
+    QCOMPARE(loadStandard(manager, files), 0);
+
+    QVERIFY(manager.isEnabled(QStringLiteral("Cells1")));
+    QVERIFY(manager.isEnabledByDefault(QStringLiteral("Cells1")));
+    QVERIFY(!manager.isEnabled(QStringLiteral("Dis")));
+    QVERIFY(!manager.isEnabledByDefault(QStringLiteral("Dis")));
+    QVERIFY(manager.isEnabled(QStringLiteral("Hid")));
+    QVERIFY(manager.getSetting(QStringLiteral("Hid"))->isHidden());
+    QVERIFY(manager.getRawSetting(QStringLiteral("Hid"))->isHidden());
+    QVERIFY(!manager.getSetting(QStringLiteral("Dis"))->isHidden());
+}
+
+void TestSettingManagerLoad::presetCounterIsFoundByPresetName() {
+    SettingManager manager;
+    ManagerFiles files;
+    QCOMPARE(loadStandard(manager, files), 0);
+    const sf::Category* batt = manager.getCategory(QStringLiteral("Batt"));
+    QCOMPARE(batt->getPresetCount(), manager.getSetting(QStringLiteral("Packs")));
+    QVERIFY(manager.getSetting(QStringLiteral("Packs"))->isPresetCounter());
+    QVERIFY(!manager.getCategory(QStringLiteral("Disp"))->getPresetCount());
+
+    QSignalSpy presets(&manager, &SettingManager::presetsChanged);
+    QVERIFY(manager.setSettingData(0, QStringLiteral("Packs")));
+    QCOMPARE(presets.count(), 1);
+    QVERIFY(!batt->isPresetEnabled(1));
+    QVERIFY(manager.setSettingData(7, QStringLiteral("Early")));
+    QCOMPARE(presets.count(), 1); // no counter changed
+}
+
+void TestSettingManagerLoad::memoryLoadMatchesFileLoad() {
+    SettingManager fromFiles;
+    ManagerFiles files;
+    QCOMPARE(loadStandard(fromFiles, files), 0);
+    SettingManager fromMemory;
+    QCOMPARE(fromMemory.loadRawSettingsData(managerVersion(FW, KXS),
+                                            compileLayout(standardLayoutSource()), standardImage(),
+                                            false),
+             0);
+    QCOMPARE(fromMemory.getSettings().size(), fromFiles.getSettings().size());
+    for (const sf::RawSetting* raw : fromFiles.getRawSettings()) {
+        QCOMPARE(fromMemory.getRawSettingData(raw->getCodeName()), raw->bytes());
+    }
+    QCOMPARE(fromMemory.getFwVersion(), FW);
+    QCOMPARE(fromMemory.getKxsVersion(), KXS);
+    QCOMPARE(fromMemory.getEnqString(), QStringLiteral("ENQ FW1"));
+    QCOMPARE(fromMemory.getKXSFormat(), 1001u);
+}
+
+void TestSettingManagerLoad::reloadDropsEverything() {
+    SettingManager manager;
+    ManagerFiles files;
+    QCOMPARE(loadStandard(manager, files), 0);
+    QVERIFY(manager.setSettingData(9, QStringLiteral("Cells1")));
+    QVERIFY(manager.canUndo());
+    const QString source =
+        QStringLiteral("version \"KX4-T1\"\n") + numEntries({QStringLiteral("Z 0")});
+    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), compileLayout(source),
+                                         imageOf(QByteArray::fromHex("05")), false),
+             0);
+    QVERIFY(!manager.canUndo());
+    QVERIFY(!manager.contains(QStringLiteral("Cells1")));
+    QCOMPARE(manager.getSettings().size(), 1);
+    QCOMPARE(manager.getCategories().size(), 1);
+    // A failed load leaves nothing behind either.
+    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), QByteArray("junk"),
+                                         imageOf(QByteArray::fromHex("05")), false),
+             -3);
+    QCOMPARE(manager.getSettings().size(), 0);
+    QCOMPARE(manager.getCategories().size(), 0);
+}
+
+void TestSettingManagerLoad::helpFile_data() {
+    QTest::addColumn<QByteArray>("html"); // empty: no help file
+    QTest::addColumn<QString>("cellsHelp");
+    QTest::addColumn<QString>("categoryHelp");
+
+    QTest::newRow("no help file") << QByteArray() << QString() << QString();
+    QTest::newRow("help for a setting and a category")
+        << QByteArray("<html><div id=\"CELLS\">  Number of cells  </div>\n"
+                      "<div id='Batt@99999' class=\"c\">The battery</div></html>")
+        << QStringLiteral("Number of cells") << QStringLiteral("The battery");
+    QTest::newRow("UTF-8 text across lines")
+        << QByteArray("<div id=\"CELLS\">\n  Zellen \xc3\xa4\n  zwei\n</div>")
+        << QStringLiteral("Zellen \u00e4\n  zwei") << QString();
+}
+
+void TestSettingManagerLoad::helpFile() {
+    QFETCH(QByteArray, html);
+    QFETCH(QString, cellsHelp);
+    QFETCH(QString, categoryHelp);
+
+    ManagerFiles files;
+    QVERIFY(QDir(files.path(QString())).mkpath(QStringLiteral("data/help")));
+    if (!html.isEmpty()) {
+        QVERIFY(!files.write(QStringLiteral("data/help/FW1_help.html"), html).isEmpty());
+    }
+    const QString previous = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(files.path(QString())));
+    SettingManager manager;
+    const int result = loadStandard(manager, files);
+    QDir::setCurrent(previous);
+
+    QCOMPARE(result, 0);
+    QVERIFY(
+        SettingManager::getTooltipFilename(FW).endsWith(QLatin1String("data/help/FW1_help.html")));
+    QCOMPARE(manager.getTooltip(QStringLiteral("CELLS")), cellsHelp);
+    QCOMPARE(manager.getSettingData(QStringLiteral("Cells1"), sf::RoleToolTip).toString(),
+             cellsHelp);
+    QCOMPARE(manager.getCategoryTooltip(QStringLiteral("Batt")), categoryHelp);
+    QCOMPARE(manager.getTooltip(QStringLiteral("NOPE")), QString());
+}
+
+void TestSettingManagerLoad::parseTooltips_data() {
+    QTest::addColumn<QString>("html");
+    QTest::addColumn<QStringList>("pairs"); // id, text, id, text ...
+
+    QTest::newRow("nothing") << QStringLiteral("<p>no divs</p>") << QStringList();
+    QTest::newRow("ids and texts are trimmed")
+        << QStringLiteral("<div   id=\" A \" >\n x \n</div>") << QStringList{"A", "x"};
+    QTest::newRow("single quotes and other attributes")
+        << QStringLiteral("<div id='B' style=\"s\">b</div>") << QStringList{"B", "b"};
+    QTest::newRow("text stops at the first closing div")
+        << QStringLiteral("<div id=\"C\">one<b>two</b></div>rest</div>")
+        << QStringList{"C", "one<b>two</b>"};
+    QTest::newRow("div without id is skipped")
+        << QStringLiteral("<div>x</div><div id=\"D\">d</div>") << QStringList{"D", "d"};
+    QTest::newRow("later duplicate replaces earlier")
+        << QStringLiteral("<div id=\"E\">1</div><div id=\"E\">2</div>") << QStringList{"E", "2"};
+    QTest::newRow("empty text does not match")
+        << QStringLiteral("<div id=\"F\"></div>") << QStringList();
+}
+
+void TestSettingManagerLoad::parseTooltips() {
+    QFETCH(QString, html);
+    QFETCH(QStringList, pairs);
+
+    SettingManager manager;
+    manager.parseTooltips(html);
+    QHash<QString, QString> expected;
+    for (int i = 0; i + 1 < pairs.size(); i += 2) {
+        expected.insert(pairs.at(i), pairs.at(i + 1));
+    }
+    QCOMPARE(manager.getTooltips(), expected);
+}
+
+QTEST_GUILESS_MAIN(TestSettingManagerLoad)
+#include "tst_settingmanager_load.moc"
