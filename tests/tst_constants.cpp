@@ -129,14 +129,8 @@ void TestConstants::exactTexts_data() {
     QTest::newRow("write permissions") << ERROR_WRITE_PERMS
                                        << "Cannot create file \"%1\"; please run this utility as "
                                           "a user with write permissions.";
-    QTest::newRow("title") << TITLE_APP << "Korvex Setup Utility";
-    QTest::newRow("confirm write title")
-        << TITLE_CONFIRM_WRITE << "KX Setup Utility - Confirm Write";
-    QTest::newRow("firmware filter") << FILTER_FW << "KX Firmware Files (*.kxhex)";
     QTest::newRow("firmware name filter") << FILTER_ONLY_FW << "*.kxhex";
-    QTest::newRow("version") << VERSION << "Version 1.63 for Linux";
     QTest::newRow("version brackets") << VERSION_BRACKETS << " <%1>";
-    QTest::newRow("serial names") << PATH_USB << "ttyUSB*";
 }
 
 void TestConstants::exactTexts() {

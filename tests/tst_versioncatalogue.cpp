@@ -47,7 +47,6 @@ class TestVersionCatalogue : public QObject {
 private slots:
     void sortedInsert_data();
     void sortedInsert();
-    void equalVersionKeepsFirst();
     void scanGroupsBySubFolder();
     void scanKeepsFirstInWalkOrder();
     void scanOrdersHighestFirst();
@@ -86,15 +85,6 @@ void TestVersionCatalogue::sortedInsert() {
     VersionCatalogue catalogue;
     catalogue.add(list);
     QCOMPARE(firmwareNames(catalogue.versions()), expected);
-}
-
-void TestVersionCatalogue::equalVersionKeepsFirst() {
-    VersionCatalogue catalogue;
-    QVERIFY(catalogue.add(version(QStringLiteral("KX4.02"), QStringLiteral("first"))));
-    QVERIFY(!catalogue.add(version(QStringLiteral("kx4.02"), QStringLiteral("second"))));
-    QCOMPARE(catalogue.size(), 1);
-    QCOMPARE(catalogue.versions().first().enqString, QStringLiteral("first"));
-    QCOMPARE(catalogue.versions().first().fwVersion, QStringLiteral("KX4.02"));
 }
 
 void TestVersionCatalogue::scanGroupsBySubFolder() {
