@@ -186,6 +186,14 @@ bool Compilation::statement(const Tokens& t, const SourceScanner& scanner) {
     if (word == QLatin1String("setting")) {
         return setting(t, scanner);
     }
+    static const QStringList others{QStringLiteral("version"),  QStringLiteral("format"),
+                                    QStringLiteral("category"), QStringLiteral("integer"),
+                                    QStringLiteral("u8"),       QStringLiteral("u16"),
+                                    QStringLiteral("u32"),      QStringLiteral("u64"),
+                                    QStringLiteral("string"),   QStringLiteral("strings")};
+    if (!others.contains(word)) {
+        return fail(QStringLiteral("unknown statement \"%1\"").arg(word));
+    }
     if (scanner.hasDefinition()) {
         return fail(QStringLiteral("unexpected = (only a setting has a definition)"));
     }
@@ -213,10 +221,7 @@ bool Compilation::statement(const Tokens& t, const SourceScanner& scanner) {
     if (word == QLatin1String("string")) {
         return string(t);
     }
-    if (word == QLatin1String("strings")) {
-        return strings(t);
-    }
-    return fail(QStringLiteral("unknown statement \"%1\"").arg(word));
+    return strings(t);
 }
 
 bool Compilation::version(const Tokens& t) {
