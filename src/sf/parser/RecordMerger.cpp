@@ -94,9 +94,18 @@ void RecordMerger::combine(const RecordList& newRecords, RecordList& existing) c
                 return;
             }
             const int offset = static_cast<int>(from - start);
+            // A piece of a record that reaches past a 64 KiB boundary may start beyond
+            // it; it then gets its own upper address, and the old one is restored after.
+            const quint16 pieceUpper = static_cast<quint16>(from >> 16);
+            if (pieceUpper != upper) {
+                result.push_back(Inhex32Entry::extendedAddress(pieceUpper));
+            }
             result.push_back(std::make_unique<Inhex32Entry>(
-                record->getType(), static_cast<quint16>(record->getAddress() + offset),
+                record->getType(), static_cast<quint16>(from & 0xFFFF),
                 record->getData() + offset, static_cast<int>(to - from)));
+            if (pieceUpper != upper) {
+                result.push_back(Inhex32Entry::extendedAddress(upper));
+            }
         };
         for (; it != covered.end() && it->start < end; ++it) {
             keep(cursor, std::min(it->start, end));

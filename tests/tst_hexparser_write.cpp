@@ -1,0 +1,387 @@
+// Writing setup images: plain and reformatted text, round trips, the atomic file save
+// and copying an address range.
+#include "sf/parser/HexParser.h"
+#include "support/HexFixtures.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using sf::parser::HexParser;
+namespace hex = testsupport::hex;
+
+namespace {
+
+QByteArray readAll(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<unreadable>");
+}
+
+bool writeAll(const QString& path, const QByteArray& bytes) {
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
+}
+
+QByteArray written(const HexParser& parser, bool reformat, int lineLength, bool* ok = nullptr) {
+    QBuffer out;
+    out.open(QIODevice::WriteOnly);
+    const bool result = parser.writeToDevice(&out, reformat, lineLength);
+    if (ok) {
+        *ok = result;
+    }
+    return out.data();
+}
+
+QByteArray bytesOf(int n, int seed) {
+    QByteArray b(n, '\0');
+    for (int i = 0; i < n; ++i) {
+        b[i] = static_cast<char>(seed + i * 13);
+    }
+    return b;
+}
+
+} // namespace
+
+class TestHexParserWrite : public QObject {
+    Q_OBJECT
+private slots:
+    void plain_data();
+    void plain();
+    void reformat_data();
+    void reformat();
+    void roundTrip_data();
+    void roundTrip();
+    void writeFileReplacesTheFile();
+    void failedWriteLeavesTheOldFile_data();
+    void failedWriteLeavesTheOldFile();
+    void writeFileKeepsPermissions();
+    void copyToFile_data();
+    void copyToFile();
+    void copyToFileRefuses();
+};
+
+void TestHexParserWrite::plain_data() {
+    QTest::addColumn<QString>("fw");
+    QTest::addColumn<QString>("kxs");
+    QTest::addColumn<QString>("enq");
+    QTest::addColumn<QString>("records");
+
+    QTest::newRow("all metadata") << "KX3.06"
+                                  << "KX3p06"
+                                  << "Korvex KX3"
+                                  << "X0001 DE000:0102";
+    QTest::newRow("only layout version") << ""
+                                         << "KX3p06"
+                                         << ""
+                                         << "DE000:01";
+    QTest::newRow("no metadata, no records") << ""
+                                             << ""
+                                             << ""
+                                             << "";
+    QTest::newRow("record order and other types kept")
+        << "v1"
+        << ""
+        << ""
+        << "T03@0000:00001234 D2000:02 D1000:01 X0031 D0000:03";
+}
+
+void TestHexParserWrite::plain() {
+    QFETCH(QString, fw);
+    QFETCH(QString, kxs);
+    QFETCH(QString, enq);
+    QFETCH(QString, records);
+
+    HexParser parser;
+    QVERIFY(parser.loadHexData(hex::text(records), sf::parser::PhantomNone));
+    parser.setFwVersion(fw);
+    parser.setKxsVersion(kxs);
+    parser.setEnqString(enq);
+    QByteArray expected;
+    if (!fw.isEmpty()) {
+        expected += hex::metaLine(0xC0, fw.toLatin1());
+    }
+    if (!kxs.isEmpty()) {
+        expected += hex::metaLine(0xC1, kxs.toLatin1());
+    }
+    if (!enq.isEmpty()) {
+        expected += hex::metaLine(0xC2, enq.toLatin1());
+    }
+    expected += hex::text(records) + hex::eofLine();
+    bool ok = false;
+    QCOMPARE(written(parser, false, 16, &ok), expected);
+    QVERIFY(ok);
+}
+
+void TestHexParserWrite::reformat_data() {
+    QTest::addColumn<QString>("records");
+    QTest::addColumn<int>("lineLength");
+    QTest::addColumn<bool>("ok");
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("gap filled with zeros")
+        << "D1000:0102 D1004:05" << 16 << true << "D1000:0102000005";
+    QTest::newRow("lines of the given length")
+        << "D1000:000102030405" << 4 << true << "D1000:00010203 D1004:0405";
+    QTest::newRow("unordered records") << "D2000:02 D1FFF:01" << 16 << true << "D1FFF:0102";
+    QTest::newRow("later record wins an overlap")
+        << "D1000:010203 D1001:FF" << 16 << true << "D1000:01FF03";
+    QTest::newRow("other record types left out")
+        << "T03@0000:00001234 D1000:01" << 16 << true << "D1000:01";
+    QTest::newRow("extended record for a non-zero start")
+        << "X0001 DE000:01" << 16 << true << "X0001 DE000:01";
+    QTest::newRow("extended record where the upper part changes")
+        << "DFFFE:0102 X0001 D0000:0304" << 16 << true << "DFFFE:0102 X0001 D0000:0304";
+    QTest::newRow("no line crosses 64 KiB")
+        << "X0002 DFFF8:000102030405060708090A0B0C0D0E0F" << 16 << true
+        << "X0002 DFFF8:0001020304050607 X0003 D0000:08090A0B0C0D0E0F";
+    QTest::newRow("255 bytes per line")
+        << "D0000:01 D01FF:02" << 255 << true
+        << "D0000:01" + QString(254 * 2, QLatin1Char('0')) + " D00FF:" +
+               QString(256 * 2, QLatin1Char('0'))
+                   .replace(510, 2, QStringLiteral("02"))
+                   .left(2 * 255) +
+               " D01FE:0002";
+    QTest::newRow("line length 0 refused") << "D1000:01" << 0 << false << "";
+    QTest::newRow("line length 256 refused") << "D1000:01" << 256 << false << "";
+    QTest::newRow("no records refused") << "" << 16 << false << "";
+    QTest::newRow("no data bytes refused") << "X0001 D1000: T03@0000:00" << 16 << false << "";
+    QTest::newRow("absurd span refused") << "D0000:01 X1000 D0000:01" << 16 << false << "";
+    QTest::newRow("span past 4 GiB refused") << "XFFFF DFFFF:0102" << 16 << false << "";
+}
+
+void TestHexParserWrite::reformat() {
+    QFETCH(QString, records);
+    QFETCH(int, lineLength);
+    QFETCH(bool, ok);
+    QFETCH(QString, expected);
+
+    HexParser parser;
+    QVERIFY(parser.loadHexData(hex::text(records), sf::parser::PhantomNone));
+    parser.setKxsVersion(QStringLiteral("L"));
+    bool result = false;
+    const QByteArray text = written(parser, true, lineLength, &result);
+    QCOMPARE(result, ok);
+    if (ok) {
+        QCOMPARE(text, hex::metaLine(0xC1, "L") + hex::text(expected) + hex::eofLine());
+    } else {
+        QCOMPARE(text, QByteArray()); // refused before writing anything
+    }
+}
+
+void TestHexParserWrite::roundTrip_data() {
+    QTest::addColumn<QByteArray>("text");
+
+    QTest::newRow("settings image") << hex::metaLine(0xC0, "KX3.06") +
+                                           hex::metaLine(0xC1, "KX3p06") +
+                                           hex::metaLine(0xC2, QByteArray("Korvex\0", 7)) +
+                                           hex::extLine(1) + hex::dataLine(0xE000, bytesOf(16, 1)) +
+                                           hex::dataLine(0xE010, bytesOf(16, 2)) + hex::eofLine();
+    QTest::newRow("several segments and long records")
+        << hex::dataLine(0x0000, bytesOf(255, 3)) + hex::extLine(0x3) +
+               hex::dataLine(0x0000, bytesOf(200, 4)) + hex::extLine(0) +
+               hex::dataLine(0x8000, bytesOf(7, 5)) + hex::eofLine();
+    QTest::newRow("other types and empty data records")
+        << hex::line(0x03, 0, bytesOf(4, 6)) + hex::dataLine(0x10, QByteArray()) +
+               hex::line(0x05, 0, bytesOf(4, 7)) + hex::line(0x7F, 0x1234, bytesOf(3, 8));
+    QTest::newRow("255-byte metadata") << hex::metaLine(0xC1, QByteArray(255, 'k'));
+}
+
+void TestHexParserWrite::roundTrip() {
+    QFETCH(QByteArray, text);
+    HexParser first;
+    QVERIFY(first.loadHexData(text, sf::parser::PhantomEvery4));
+    const QByteArray plain = written(first, false, 16);
+    QVERIFY(hex::allChecksumsValid(plain));
+
+    HexParser second;
+    QVERIFY(second.loadHexData(plain, sf::parser::PhantomEvery4));
+    QCOMPARE(hex::dump(second.records()), hex::dump(first.records()));
+    QCOMPARE(second.getFwVersion(), first.getFwVersion());
+    QCOMPARE(second.getKxsVersion(), first.getKxsVersion());
+    QCOMPARE(second.getEnqString(), first.getEnqString());
+    QCOMPARE(written(second, false, 16), plain);
+
+    // Reformatting keeps every data byte where it was.
+    bool ok = false;
+    const QByteArray reformatted = written(first, true, 16, &ok);
+    if (!first.dataExtent()) {
+        QVERIFY(!ok);
+        return;
+    }
+    QVERIFY(ok);
+    QVERIFY(hex::allChecksumsValid(reformatted));
+    HexParser third;
+    QVERIFY(third.loadHexData(reformatted, sf::parser::PhantomNone));
+    quint16 upper = 0;
+    for (const auto& r : first.records()) {
+        if (r->isExtendedAddress()) {
+            upper = r->upperAddress();
+        }
+        if (!r->isData() || r->getLength() == 0) {
+            continue;
+        }
+        // readData looks records up by 16-bit address, so compare through a copy of
+        // the segment.
+        HexParser segment;
+        QBuffer out;
+        out.open(QIODevice::WriteOnly);
+        const quint32 start = (quint32(upper) << 16) + r->getAddress();
+        QVERIFY(third.copyToFile(&out, start, start + r->getLength(), false, true));
+        QVERIFY(segment.loadHexData(out.data(), sf::parser::PhantomNone));
+        QCOMPARE(*segment.readData(r->getAddress(), r->getLength()), r->getDataBytes());
+    }
+}
+
+void TestHexParserWrite::writeFileReplacesTheFile() {
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("setup.hex"));
+    QVERIFY(writeAll(path, hex::extLine(1) + hex::dataLine(0xE000, QByteArray::fromHex("0102")) +
+                               hex::eofLine()));
+    HexParser parser;
+    QVERIFY(parser.loadHex(path, sf::parser::PhantomNone, QIODevice::ReadWrite));
+    QVERIFY(parser.addToFile(hex::records(QStringLiteral("X0001 DE001:FF"))));
+    parser.setFwVersion(QStringLiteral("KX3.06"));
+    QVERIFY(parser.writeFile(true, 16));
+    const QByteArray expected = hex::metaLine(0xC0, "KX3.06") + hex::extLine(1) +
+                                hex::dataLine(0xE000, QByteArray::fromHex("01FF")) + hex::eofLine();
+    QCOMPARE(readAll(path), expected);
+
+    // The parser stays usable on the new file.
+    QVERIFY(parser.isOpen());
+    QCOMPARE(parser.filePath(), path);
+    QVERIFY(parser.addToFile(hex::records(QStringLiteral("X0001 DE000:EE"))));
+    QVERIFY(parser.writeFile(false, 16));
+    HexParser reread;
+    QVERIFY(reread.loadHex(path, sf::parser::PhantomNone, QIODevice::ReadOnly));
+    QCOMPARE(hex::dump(reread.records()), QStringLiteral("X0001 X0001 DE001:FF X0001 DE000:EE"));
+    QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("setup.hex")});
+}
+
+void TestHexParserWrite::failedWriteLeavesTheOldFile_data() {
+    QTest::addColumn<QString>("how");
+    QTest::newRow("bad line length") << "line length";
+    QTest::newRow("nothing to reformat") << "empty";
+    QTest::newRow("loaded read-only") << "read only";
+    QTest::newRow("folder gone") << "folder gone";
+}
+
+void TestHexParserWrite::failedWriteLeavesTheOldFile() {
+    QFETCH(QString, how);
+    QTemporaryDir dir;
+    const QString folder = dir.filePath(QStringLiteral("setups"));
+    QVERIFY(QDir().mkpath(folder));
+    const QString path = folder + QStringLiteral("/setup.hex");
+    const QByteArray old = hex::metaLine(0xC0, "old") + hex::dataLine(0x10, "ab") + hex::eofLine();
+    QVERIFY(writeAll(path, old));
+
+    HexParser parser;
+    const bool readOnly = how == QLatin1String("read only");
+    QVERIFY(parser.loadHex(path, sf::parser::PhantomNone,
+                           readOnly ? QIODevice::ReadOnly : QIODevice::ReadWrite));
+    parser.setFwVersion(QStringLiteral("new"));
+    bool ok = true;
+    if (how == QLatin1String("line length")) {
+        ok = parser.writeFile(true, 0);
+    } else if (how == QLatin1String("empty")) {
+        QVERIFY(parser.replaceFileContents(sf::parser::RecordList()));
+        ok = parser.writeFile(true, 16);
+    } else if (readOnly) {
+        ok = parser.writeFile(false, 16);
+    } else {
+        const QString moved = dir.filePath(QStringLiteral("moved"));
+        QVERIFY(QDir().rename(folder, moved));
+        ok = parser.writeFile(false, 16);
+        QVERIFY(!QFile::exists(path));
+        QVERIFY(QDir().rename(moved, folder));
+    }
+    QVERIFY(!ok);
+    QCOMPARE(readAll(path), old);
+    QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{QStringLiteral("setup.hex")});
+}
+
+void TestHexParserWrite::writeFileKeepsPermissions() {
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("setup.hex"));
+    QVERIFY(writeAll(path, hex::dataLine(0, "x")));
+    const QFile::Permissions permissions =
+        QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
+    QVERIFY(QFile::setPermissions(path, permissions));
+    HexParser parser;
+    QVERIFY(parser.loadHex(path, sf::parser::PhantomNone, QIODevice::ReadWrite));
+    QVERIFY(parser.writeFile(false, 16));
+    QCOMPARE(QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser),
+             permissions);
+
+    HexParser inMemory;
+    QVERIFY(inMemory.loadHexData(hex::dataLine(0, "x"), sf::parser::PhantomNone));
+    QVERIFY(!inMemory.writeFile(false, 16)); // nothing to save to
+}
+
+void TestHexParserWrite::copyToFile_data() {
+    QTest::addColumn<QString>("records");
+    QTest::addColumn<uint>("from");
+    QTest::addColumn<uint>("to");
+    QTest::addColumn<bool>("metadata");
+    QTest::addColumn<bool>("eof");
+    QTest::addColumn<QString>("expected");
+
+    const QString image = QStringLiteral("X0001 DE000:0102 DE010:03 X0002 D0000:04");
+    QTest::newRow("one segment") << image << 0x1E000u << 0x1E011u << false << false
+                                 << "X0001 DE000:0102 DE010:03";
+    QTest::newRow("second segment")
+        << image << 0x20000u << 0x30000u << false << false << "X0002 D0000:04";
+    QTest::newRow("record crossing the end is cut and ends the copy")
+        << "DE000:01020304 DE010:05" << 0xE000u << 0xE002u << false << false << "DE000:0102";
+    QTest::newRow("record starting before the range left out")
+        << "DDFFF:0102 DE001:03" << 0xE000u << 0xF000u << false << false << "DE001:03";
+    QTest::newRow("repeated upper part written once")
+        << "X0001 DE000:01 X0001 DE001:02" << 0u << 0xFFFFFFFFu << false << false
+        << "X0001 DE000:01 DE001:02";
+    QTest::newRow("other records left out")
+        << "T03@0000:00001234 D0010:01 F" << 0u << 0x100u << false << false << "D0010:01";
+}
+
+void TestHexParserWrite::copyToFile() {
+    QFETCH(QString, records);
+    QFETCH(uint, from);
+    QFETCH(uint, to);
+    QFETCH(bool, metadata);
+    QFETCH(bool, eof);
+    QFETCH(QString, expected);
+
+    HexParser parser;
+    QVERIFY(parser.loadHexData(QByteArray(), sf::parser::PhantomNone));
+    QVERIFY(parser.replaceFileContents(hex::records(records)));
+    parser.setKxsVersion(QStringLiteral("KX3p06"));
+    for (int flags = 0; flags < 4; ++flags) {
+        const bool withMetadata = flags & 1;
+        const bool withEof = flags & 2;
+        QBuffer out;
+        out.open(QIODevice::WriteOnly);
+        QVERIFY(parser.copyToFile(&out, from, to, withMetadata, withEof));
+        const QByteArray want = (withMetadata ? hex::metaLine(0xC1, "KX3p06") : QByteArray()) +
+                                hex::text(expected) + (withEof ? hex::eofLine() : QByteArray());
+        QCOMPARE(out.data(), want);
+    }
+    Q_UNUSED(metadata);
+    Q_UNUSED(eof);
+}
+
+void TestHexParserWrite::copyToFileRefuses() {
+    HexParser parser;
+    QVERIFY(parser.loadHexData(hex::dataLine(0x10, "ab"), sf::parser::PhantomNone));
+    QBuffer out;
+    out.open(QIODevice::WriteOnly);
+    QVERIFY(!parser.copyToFile(&out, 0x20, 0x20, true, true));
+    QVERIFY(!parser.copyToFile(&out, 0x30, 0x20, true, true));
+    QVERIFY(!parser.copyToFile(nullptr, 0, 0x20, true, true));
+    QCOMPARE(out.data(), QByteArray());
+    QBuffer readOnly;
+    readOnly.open(QIODevice::ReadOnly);
+    QVERIFY(!parser.copyToFile(&readOnly, 0, 0x20, true, true));
+}
+
+QTEST_GUILESS_MAIN(TestHexParserWrite)
+#include "tst_hexparser_write.moc"

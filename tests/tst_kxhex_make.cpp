@@ -1,0 +1,194 @@
+// kxhex-make: images built from text descriptions, and its refusals.
+#include "sf/parser/HexParser.h"
+#include "support/HexFixtures.h"
+#include "support/TestSupport.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using sf::parser::HexParser;
+namespace hex = testsupport::hex;
+
+namespace {
+
+struct Run {
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+Run runMake(const QStringList& args, const QByteArray& input = QByteArray()) {
+    QProcess p;
+    p.start(testsupport::toolPath(QStringLiteral("kxhex-make")), args);
+    if (!p.waitForStarted(30000)) {
+        return Run();
+    }
+    p.write(input);
+    p.closeWriteChannel();
+    Run r;
+    if (!p.waitForFinished(60000) || p.exitStatus() != QProcess::NormalExit) {
+        return r;
+    }
+    r.exitCode = p.exitCode();
+    r.out = p.readAllStandardOutput();
+    r.err = p.readAllStandardError();
+    return r;
+}
+
+} // namespace
+
+class TestKxhexMake : public QObject {
+    Q_OBJECT
+private slots:
+    void images_data();
+    void images();
+    void randomDataRepeatsPerSeed();
+    void writesFile();
+    void refusals_data();
+    void refusals();
+};
+
+void TestKxhexMake::images_data() {
+    QTest::addColumn<QByteArray>("description");
+    QTest::addColumn<QString>("fw");
+    QTest::addColumn<QString>("kxs");
+    QTest::addColumn<QString>("enq");
+    QTest::addColumn<QString>("records");
+
+    QTest::newRow("metadata and a fill")
+        << QByteArray("# a comment\nfw KX3.06\nkxs \"KX3p06\\x00\"\nenq   Korvex KX3  \n"
+                      "fill 0x1000 0x1004 0xFF\n")
+        << "KX3.06" << QString::fromLatin1("KX3p06\0", 7) << "Korvex KX3"
+        << "D1000:FFFFFFFF";
+    QTest::newRow("later bytes overwrite") << QByteArray("fill 16 20 0\nbytes 0x11 AB CD\n") << ""
+                                           << ""
+                                           << ""
+                                           << "D0010:00ABCD00";
+    QTest::newRow("line length") << QByteArray("line-length 2\nbytes 0x10 0102030405\n") << ""
+                                 << ""
+                                 << ""
+                                 << "D0010:0102 D0012:0304 D0014:05";
+    QTest::newRow("gaps filled with zeros") << QByteArray("bytes 0x10 01\nbytes 0x13 02\n") << ""
+                                            << ""
+                                            << ""
+                                            << "D0010:01000002";
+    QTest::newRow("gaps kept") << QByteArray("gaps keep\nbytes 0x10 01\nbytes 0x13 02\n") << ""
+                               << ""
+                               << ""
+                               << "D0010:01 D0013:02";
+    QTest::newRow("extended addresses")
+        << QByteArray("gaps keep\nbytes 0x1E000 01\nbytes 0x310000 02\n") << ""
+        << ""
+        << ""
+        << "X0001 DE000:01 X0031 D0000:02";
+    QTest::newRow("text bytes") << QByteArray("text 0x20 \"h\\\"i\\\\\"\ntext 0x30 ok\n") << ""
+                                << ""
+                                << ""
+                                << "D0020:6822695C000000000000000000000000 D0030:6F6B";
+    QTest::newRow("only metadata") << QByteArray("enq E\r\n") << ""
+                                   << ""
+                                   << "E"
+                                   << "";
+}
+
+void TestKxhexMake::images() {
+    QFETCH(QByteArray, description);
+    QFETCH(QString, fw);
+    QFETCH(QString, kxs);
+    QFETCH(QString, enq);
+    QFETCH(QString, records);
+
+    const Run r =
+        runMake({QStringLiteral("-"), QStringLiteral("-o"), QStringLiteral("-")}, description);
+    QCOMPARE(r.err, QByteArray());
+    QCOMPARE(r.exitCode, 0);
+    QVERIFY(hex::allChecksumsValid(r.out));
+    QVERIFY(r.out.endsWith(hex::eofLine()));
+    HexParser parser;
+    QVERIFY(parser.loadHexData(r.out, sf::parser::PhantomNone));
+    QCOMPARE(parser.getFwVersion(), fw);
+    QCOMPARE(parser.getKxsVersion(), kxs);
+    QCOMPARE(parser.getEnqString(), enq);
+    QCOMPARE(hex::dump(parser.records()), records);
+}
+
+void TestKxhexMake::randomDataRepeatsPerSeed() {
+    const QStringList args{QStringLiteral("-"), QStringLiteral("-o"), QStringLiteral("-")};
+    const Run a = runMake(args, "random 0x1E000 0x1E100 7\n");
+    const Run b = runMake(args, "random 0x1E000 0x1E100 7\n");
+    const Run c = runMake(args, "random 0x1E000 0x1E100 8\n");
+    QCOMPARE(a.exitCode, 0);
+    QCOMPARE(a.out, b.out);
+    QVERIFY(a.out != c.out);
+    HexParser parser;
+    QVERIFY(parser.loadHexData(a.out, sf::parser::PhantomNone));
+    QCOMPARE(parser.records().size(), size_t(1 + 16)); // extended record + 16 lines
+    QVERIFY(parser.records()[1]->getDataBytes() != QByteArray(16, '\0'));
+}
+
+void TestKxhexMake::writesFile() {
+    QTemporaryDir dir;
+    const QString description = dir.filePath(QStringLiteral("image.txt"));
+    const QString output = dir.filePath(QStringLiteral("image.kxhex"));
+    QFile f(description);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write("fw KX3.06\nkxs KX3p06\nbytes 0x1E000 0102\n");
+    f.close();
+    const Run r = runMake({description, QStringLiteral("-o"), output});
+    QCOMPARE(r.exitCode, 0);
+    QCOMPARE(HexParser::getKxsVersion(output), QStringLiteral("KX3p06"));
+    HexParser parser;
+    QVERIFY(parser.loadHex(output, sf::parser::PhantomNone, QIODevice::ReadOnly));
+    QCOMPARE(hex::dump(parser.records()), QStringLiteral("X0001 DE000:0102"));
+}
+
+void TestKxhexMake::refusals_data() {
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<QByteArray>("description");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("message");
+
+    const QStringList std{QStringLiteral("-"), QStringLiteral("-o"), QStringLiteral("-")};
+    QTest::newRow("unknown directive")
+        << std << QByteArray("fw a\nsplat 1 2\n") << 2 << "line 2: unknown directive";
+    QTest::newRow("empty range") << std << QByteArray("fill 5 5 0\n") << 2 << "line 1: range";
+    QTest::newRow("fill value above a byte")
+        << std << QByteArray("fill 0 4 256\n") << 2 << "line 1: fill value";
+    QTest::newRow("odd hex digits")
+        << std << QByteArray("bytes 0 123\n") << 2 << "line 1: bytes must be pairs";
+    QTest::newRow("high address with extended off")
+        << std << QByteArray("extended off\nbytes 0xFFFF 0102\n") << 2 << "line 2: address";
+    QTest::newRow("metadata too long") << std << "kxs " + QByteArray(256, 'x') + "\n"
+                                       << 2 << "line 1: metadata text longer";
+    QTest::newRow("unterminated quote") << std << QByteArray("fw \"abc\n") << 2 << "line 1:";
+    QTest::newRow("line length out of range")
+        << std << QByteArray("line-length 256\n") << 2 << "line 1: line-length";
+    QTest::newRow("beyond 4 GiB") << std << QByteArray("bytes 0xFFFFFFFF 0102\n") << 2
+                                  << "line 1: bytes reach";
+    QTest::newRow("sparse image too wide for zero gaps")
+        << std << QByteArray("bytes 0 01\nbytes 0x10000000 01\n") << 2 << "image spans";
+    QTest::newRow("missing description file")
+        << QStringList{QStringLiteral("/nonexistent/d.txt"), QStringLiteral("-o"),
+                       QStringLiteral("-")}
+        << QByteArray() << 2 << "/nonexistent/d.txt: cannot read";
+    QTest::newRow("no arguments") << QStringList() << QByteArray() << 1 << "usage:";
+    QTest::newRow("no output") << QStringList{QStringLiteral("-")} << QByteArray() << 1 << "usage:";
+    QTest::newRow("unknown option") << QStringList{QStringLiteral("-x")} << QByteArray() << 1
+                                    << "kxhex-make: unknown option -x";
+}
+
+void TestKxhexMake::refusals() {
+    QFETCH(QStringList, args);
+    QFETCH(QByteArray, description);
+    QFETCH(int, exitCode);
+    QFETCH(QString, message);
+    const Run r = runMake(args, description);
+    QCOMPARE(r.exitCode, exitCode);
+    QCOMPARE(r.out, QByteArray());
+    QVERIFY2(QString::fromUtf8(r.err).contains(message), r.err.constData());
+}
+
+QTEST_GUILESS_MAIN(TestKxhexMake)
+#include "tst_kxhex_make.moc"
