@@ -101,8 +101,8 @@ void RecordMerger::combine(const RecordList& newRecords, RecordList& existing) c
                 result.push_back(Inhex32Entry::extendedAddress(pieceUpper));
             }
             result.push_back(std::make_unique<Inhex32Entry>(
-                record->getType(), static_cast<quint16>(from & 0xFFFF),
-                record->getData() + offset, static_cast<int>(to - from)));
+                record->getType(), static_cast<quint16>(from & 0xFFFF), record->getData() + offset,
+                static_cast<int>(to - from)));
             if (pieceUpper != upper) {
                 result.push_back(Inhex32Entry::extendedAddress(upper));
             }
