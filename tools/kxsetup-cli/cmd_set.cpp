@@ -1,0 +1,104 @@
+// kxsetup-cli set FILE NAME=VALUE... [--from FILE] [-o OUT] [--layout L.kxs] [--quiet]:
+// edits settings through the setting manager as the settings table does and saves the
+// file as the application saves it. Nothing is written when any value is refused.
+#include "Command.h"
+
+#include "SettingAssignment.h"
+#include "SettingValues.h"
+#include "SettingsSession.h"
+
+#include "sf/Setting.h"
+#include "sf/SettingManager.h"
+
+#include <QFile>
+#include <QHash>
+
+namespace {
+
+struct Snapshot {
+    QByteArray bytes;
+    QString shown;
+};
+
+QHash<const sf::Setting*, Snapshot> snapshot(sf::SettingManager& manager) {
+    QHash<const sf::Setting*, Snapshot> all;
+    for (sf::Setting* s : manager.getSettings()) {
+        all.insert(s, {s->getBytes(), cli::shownText(manager, {s, -1})});
+    }
+    return all;
+}
+
+int runSet(cli::Context& ctx) {
+    const QString cmd = QStringLiteral("set");
+    QString out, layout, from, error;
+    bool hasOut = false, hasLayout = false, hasFrom = false;
+    const bool quiet = cli::takeFlag(ctx.args, QStringLiteral("--quiet")) |
+                       cli::takeFlag(ctx.args, QStringLiteral("-q"));
+    if (!cli::takeOption(ctx.args, QStringLiteral("-o"), out, hasOut, error) ||
+        !cli::takeOption(ctx.args, QStringLiteral("--layout"), layout, hasLayout, error) ||
+        !cli::takeOption(ctx.args, QStringLiteral("--from"), from, hasFrom, error)) {
+        return cli::usageError(ctx, cmd, error);
+    }
+    if (ctx.args.isEmpty()) {
+        return cli::usageError(ctx, cmd, QStringLiteral("no file given"));
+    }
+    const QString file = ctx.filePath(ctx.args.takeFirst());
+    QList<cli::Assignment> assignments;
+    if (hasFrom) {
+        QFile f(ctx.filePath(from));
+        if (!f.open(QIODevice::ReadOnly)) {
+            return cli::inputError(ctx, from, QStringLiteral("cannot read: ") + f.errorString());
+        }
+        if (!cli::parseAssignments(f.readAll(), from, &assignments, &error)) {
+            return cli::usageError(ctx, cmd, error);
+        }
+    }
+    for (const QString& arg : ctx.args) {
+        cli::Assignment a;
+        if (!cli::parseAssignment(arg, &a)) {
+            return cli::usageError(ctx, cmd,
+                                   QStringLiteral("expected NAME=VALUE, got \"%1\"").arg(arg));
+        }
+        assignments.append(a);
+    }
+    if (assignments.isEmpty()) {
+        return cli::usageError(ctx, cmd, QStringLiteral("no NAME=VALUE given"));
+    }
+
+    cli::SettingsSession session;
+    if (!session.open(file, hasLayout ? ctx.filePath(layout) : QString(), &error)) {
+        return cli::inputError(ctx, file, error);
+    }
+    cli::warnProblems(ctx, session);
+    sf::SettingManager& manager = session.manager();
+    const QHash<const sf::Setting*, Snapshot> before = snapshot(manager);
+    for (const cli::Assignment& a : assignments) {
+        if (cli::assign(session, a, &error) == cli::AssignResult::Refused) {
+            return cli::inputError(ctx, file, error + QStringLiteral("; nothing written"));
+        }
+    }
+    const QString target = hasOut ? ctx.filePath(out) : file;
+    if (!session.saveTo(target, &error)) {
+        return cli::inputError(ctx, target, error);
+    }
+    if (!quiet) {
+        // Every setting whose bytes changed: the ones named and the dependents that
+        // were re-evaluated with them.
+        for (sf::Setting* s : manager.getSettings()) {
+            const Snapshot& was = before.value(s);
+            if (was.bytes != s->getBytes()) {
+                ctx.out << s->getCodeName() << ": " << was.shown << " -> "
+                        << cli::shownText(manager, {s, -1}) << "\n";
+            }
+        }
+    }
+    return cli::ExitOk;
+}
+
+cli::Registrar reg(
+    {QStringLiteral("set"),
+     QStringLiteral("set FILE NAME=VALUE... [--from ASSIGNMENTS] [-o OUT] [--layout L.kxs] [-q]"),
+     QStringLiteral("Change settings as the settings table does and save like the application"),
+     runSet});
+
+} // namespace
