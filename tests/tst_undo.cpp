@@ -1,0 +1,302 @@
+// Undo and redo through the setting manager: grouping of an edit with the dependents it
+// changes, exact byte restoration, discarding redo history, and edits that record nothing.
+
+#include "support/LayoutFixtures.h"
+#include "support/ManagerFixtures.h"
+
+#include "sf/ActionTracker.h"
+#include "sf/Setting.h"
+#include "sf/SettingManager.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace testsupport;
+using sf::SettingManager;
+
+namespace {
+
+QByteArray bytesOf(const SettingManager& manager, const QString& codeName) {
+    const sf::Setting* setting = manager.getSetting(codeName);
+    return setting ? setting->getBytes() : QByteArray();
+}
+
+// Snapshot of every setting's bytes.
+QMap<QString, QByteArray> snapshot(const SettingManager& manager) {
+    QMap<QString, QByteArray> all;
+    for (const sf::Setting* setting : manager.getSettings()) {
+        all.insert(setting->getCodeName(), setting->getBytes());
+    }
+    return all;
+}
+
+} // namespace
+
+class TestUndo : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void nothingToUndoOrRedo();
+    void editRecords_data();
+    void editRecords();
+    void undoRestoresTheWholeGroupExactly();
+    void redoReappliesTheWholeGroup();
+    void undoRestoresValuesTheImageHeldOutOfRange();
+    void undoTwiceThenEditDiscardsTheRedoHistory();
+    void previousUndoActionIsTheGroupHead();
+    void chainsOfDependentsAreFollowed();
+    void undoRedoAcrossSeveralGroups();
+    void clearUndoList();
+
+private:
+    std::unique_ptr<SettingManager> m_manager;
+    std::unique_ptr<ManagerFiles> m_files;
+};
+
+void TestUndo::init() {
+    m_manager = std::make_unique<SettingManager>();
+    m_files = std::make_unique<ManagerFiles>();
+    QCOMPARE(loadStandard(*m_manager, *m_files), 0);
+}
+
+void TestUndo::cleanup() {
+    m_manager.reset();
+    m_files.reset();
+}
+
+void TestUndo::nothingToUndoOrRedo() {
+    SettingManager empty;
+    QVERIFY(!empty.canUndo());
+    QVERIFY(!empty.canRedo());
+    QVERIFY(!empty.undoAction());
+    QVERIFY(!empty.redoAction());
+    QVERIFY(!empty.getPreviousUndoAction());
+
+    QSignalSpy modified(m_manager.get(), &SettingManager::settingModified);
+    QVERIFY(!m_manager->undoAction());
+    QVERIFY(!m_manager->redoAction());
+    QCOMPARE(modified.count(), 0);
+
+    QVERIFY(m_manager->setSettingData(9, QStringLiteral("Early")));
+    QVERIFY(!m_manager->redoAction()); // at the end of the list
+    QVERIFY(m_manager->undoAction());
+    QVERIFY(!m_manager->undoAction()); // at the start
+    QCOMPARE(m_manager->undoHistory().position(), -1);
+}
+
+void TestUndo::editRecords_data() {
+    QTest::addColumn<QString>("codeName");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<int>("subIndex");
+    QTest::addColumn<bool>("accepted");
+    QTest::addColumn<QStringList>("recorded"); // settings of the recorded group, in order
+
+    QTest::newRow("number clamping two dependents")
+        << "Cells1" << QVariant(10) << -1 << true << QStringList{"Cells1", "Lim1", "Low1"};
+    QTest::newRow("number whose dependents stay in range")
+        << "Cells1" << QVariant(20) << -1 << true << QStringList{"Cells1"};
+    QTest::newRow("number set to its current value")
+        << "Cells1" << QVariant(12) << -1 << true << QStringList();
+    QTest::newRow("bit set to the state it has")
+        << "Flags" << QVariant(true) << 0 << false << QStringList();
+    QTest::newRow("bit cleared to the state it has")
+        << "Flags" << QVariant(false) << 1 << false << QStringList();
+    QTest::newRow("bit changed") << "Flags" << QVariant(true) << 1 << true << QStringList{"Flags"};
+    QTest::newRow("bit beyond the labels")
+        << "Flags" << QVariant(true) << 3 << false << QStringList();
+    QTest::newRow("whole bit field")
+        << "Flags" << QVariant(7) << -1 << true << QStringList{"Flags"};
+    QTest::newRow("check box changed")
+        << "Boxes" << QVariant(true) << 0 << true << QStringList{"Boxes"};
+    QTest::newRow("list to the stored index")
+        << "Screen" << QVariant(1) << -1 << false << QStringList();
+    QTest::newRow("list changed") << "Screen" << QVariant(2) << -1 << true << QStringList{"Screen"};
+    QTest::newRow("list index out of range")
+        << "Screen" << QVariant(3) << -1 << false << QStringList();
+    QTest::newRow("unknown setting") << "Nope" << QVariant(1) << -1 << false << QStringList();
+}
+
+void TestUndo::editRecords() {
+    QFETCH(QString, codeName);
+    QFETCH(QVariant, value);
+    QFETCH(int, subIndex);
+    QFETCH(bool, accepted);
+    QFETCH(QStringList, recorded);
+
+    const QMap<QString, QByteArray> before = snapshot(*m_manager);
+    QSignalSpy modified(m_manager.get(), &SettingManager::settingModified);
+    QCOMPARE(m_manager->setSettingData(value, codeName, subIndex), accepted);
+
+    const sf::UndoHistory& history = m_manager->undoHistory();
+    QStringList names;
+    for (int i = 0; i < history.size(); ++i) {
+        const sf::ActionTracker* action = history.at(i);
+        names << action->getSetting()->getCodeName();
+        QCOMPARE(action->isChained(), i > 0);
+        QVERIFY(action->changesBytes());
+        QCOMPARE(action->getBefore(), before.value(names.last()));
+        QCOMPARE(action->getAfter(), bytesOf(*m_manager, names.last()));
+    }
+    QCOMPARE(names, recorded);
+    QCOMPARE(modified.count(), recorded.isEmpty() ? 0 : 1);
+    QCOMPARE(m_manager->canUndo(), !recorded.isEmpty());
+    if (!recorded.isEmpty()) {
+        QCOMPARE(history.at(0)->getSubIndex(), subIndex);
+    } else {
+        QCOMPARE(snapshot(*m_manager), before); // nothing changed at all
+    }
+}
+
+void TestUndo::undoRestoresTheWholeGroupExactly() {
+    const QMap<QString, QByteArray> before = snapshot(*m_manager);
+    QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1")));
+    // The dependents were clamped into their new ranges.
+    QCOMPARE(m_manager->getSettingData(QStringLiteral("Lim1"), sf::RoleEdit).toDouble(), 42.0);
+    QCOMPARE(m_manager->getSettingData(QStringLiteral("Low1"), sf::RoleEdit).toDouble(), 30.0);
+
+    QSignalSpy modified(m_manager.get(), &SettingManager::settingModified);
+    const sf::ActionTracker* undone = m_manager->undoAction();
+    QVERIFY(undone);
+    QCOMPARE(undone->getSetting(), m_manager->getSetting(QStringLiteral("Cells1")));
+    QVERIFY(!undone->isChained());
+    QCOMPARE(modified.count(), 1);
+    QCOMPARE(snapshot(*m_manager), before);
+    QVERIFY(!m_manager->canUndo());
+    QVERIFY(m_manager->canRedo());
+}
+
+void TestUndo::redoReappliesTheWholeGroup() {
+    QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1")));
+    const QMap<QString, QByteArray> after = snapshot(*m_manager);
+    QVERIFY(m_manager->undoAction());
+
+    QSignalSpy modified(m_manager.get(), &SettingManager::settingModified);
+    const sf::ActionTracker* redone = m_manager->redoAction();
+    QVERIFY(redone);
+    QCOMPARE(redone->getSetting()->getCodeName(), QStringLiteral("Cells1"));
+    QCOMPARE(modified.count(), 1);
+    QCOMPARE(snapshot(*m_manager), after);
+    QCOMPARE(m_manager->undoHistory().position(), 2);
+    QVERIFY(!m_manager->canRedo());
+    // And back once more: undo after redo restores the first state again.
+    QVERIFY(m_manager->undoAction());
+    QCOMPARE(bytesOf(*m_manager, QStringLiteral("Low1")), QByteArray::fromHex("015E"));
+}
+
+void TestUndo::undoRestoresValuesTheImageHeldOutOfRange() {
+    // Lim1 holds 600 although 12 cells allow at most 504: re-evaluating after the undo
+    // would clamp it, but undo puts back exactly what was there.
+    QByteArray bytes = standardImageBytes();
+    bytes[4] = 0x02;
+    bytes[5] = 0x58;
+    SettingManager manager;
+    ManagerFiles files;
+    QCOMPARE(loadStandard(manager, files,
+                          hexImage({{0, bytes}}, QStringLiteral("FW1"), QStringLiteral("KX4-T1"))),
+             0);
+    const QMap<QString, QByteArray> before = snapshot(manager);
+    QVERIFY(manager.setSettingData(10, QStringLiteral("Cells1")));
+    QCOMPARE(bytesOf(manager, QStringLiteral("Lim1")), QByteArray::fromHex("01A4"));
+    QVERIFY(manager.undoAction());
+    QCOMPARE(snapshot(manager), before);
+}
+
+void TestUndo::undoTwiceThenEditDiscardsTheRedoHistory() {
+    QVERIFY(m_manager->setSettingData(3, QStringLiteral("Early")));
+    QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1"))); // 3 actions
+    QVERIFY(m_manager->setSettingData(2, QStringLiteral("Screen")));
+    QCOMPARE(m_manager->undoHistory().size(), 5);
+    QVERIFY(m_manager->undoAction());
+    QVERIFY(m_manager->undoAction());
+    QCOMPARE(m_manager->undoHistory().position(), 0);
+    QVERIFY(m_manager->canRedo());
+
+    QVERIFY(m_manager->setSettingData(true, QStringLiteral("Flags"), 1));
+    QVERIFY(!m_manager->canRedo());
+    QVERIFY(!m_manager->redoAction());
+    QCOMPARE(m_manager->undoHistory().size(), 2);
+    QCOMPARE(m_manager->undoHistory().at(1)->getSetting()->getCodeName(), QStringLiteral("Flags"));
+    // The discarded edits stay undone.
+    QCOMPARE(m_manager->getSettingData(QStringLiteral("Cells1"), sf::RoleEdit).toInt(), 12);
+    QCOMPARE(m_manager->getSettingData(QStringLiteral("Screen"), sf::RoleEdit).toInt(), 1);
+}
+
+void TestUndo::previousUndoActionIsTheGroupHead() {
+    QVERIFY(!m_manager->getPreviousUndoAction());
+    QVERIFY(m_manager->setSettingData(3, QStringLiteral("Early")));
+    const sf::ActionTracker* first = m_manager->getPreviousUndoAction();
+    QVERIFY(first);
+    QCOMPARE(first->getSetting()->getCodeName(), QStringLiteral("Early"));
+
+    QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1")));
+    const sf::ActionTracker* head = m_manager->getPreviousUndoAction();
+    QCOMPARE(head->getSetting()->getCodeName(), QStringLiteral("Cells1"));
+    QVERIFY(!head->isChained());
+    QCOMPARE(head, m_manager->undoHistory().at(1)); // not the last (chained) action
+
+    QVERIFY(m_manager->undoAction());
+    QCOMPARE(m_manager->getPreviousUndoAction(), first);
+    QVERIFY(m_manager->undoAction());
+    QVERIFY(!m_manager->getPreviousUndoAction());
+}
+
+void TestUndo::chainsOfDependentsAreFollowed() {
+    // C's range follows B's value, B's follows A's: lowering A clamps B, which clamps C.
+    const QString source =
+        QStringLiteral("version \"KX4-T1\"\n"
+                       "setting A 0 1 = num, WA, u8, 0`255, [], 0, \"A\", \"\"\n"
+                       "setting B 1 1 = num, WB, u8, 0`A, [], 0, \"B\", \"\"\n"
+                       "setting C 2 1 = num, WC, u8, 0`B, [], 0, \"C\", \"\"\n"
+                       "setting D 3 1 = num, WD, u8, 0`A*2, [], 0, \"D\", \"\"\n");
+    QMap<quint32, QByteArray> blocks;
+    blocks.insert(0, QByteArray::fromHex("64503C14")); // A 100, B 80, C 60, D 20
+    SettingManager manager;
+    QCOMPARE(manager.loadRawSettingsData(
+                 managerVersion(QStringLiteral("FW1"), QStringLiteral("KX4-T1")),
+                 compileLayout(source),
+                 hexImage(blocks, QStringLiteral("FW1"), QStringLiteral("KX4-T1")), false),
+             0);
+    const QMap<QString, QByteArray> before = snapshot(manager);
+    QVERIFY(manager.setSettingData(50, QStringLiteral("A")));
+    QCOMPARE(manager.getSettingData(QStringLiteral("B"), sf::RoleEdit).toInt(), 50);
+    QCOMPARE(manager.getSettingData(QStringLiteral("C"), sf::RoleEdit).toInt(), 50);
+    QCOMPARE(manager.getSettingData(QStringLiteral("D"), sf::RoleEdit).toInt(), 20);
+    QCOMPARE(manager.undoHistory().size(), 3); // A, B, C; D did not change
+    QVERIFY(manager.undoAction());
+    QCOMPARE(snapshot(manager), before);
+}
+
+void TestUndo::undoRedoAcrossSeveralGroups() {
+    QList<QMap<QString, QByteArray>> states{snapshot(*m_manager)};
+    QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1")));
+    states << snapshot(*m_manager);
+    QVERIFY(m_manager->setSettingData(true, QStringLiteral("Boxes"), 2));
+    states << snapshot(*m_manager);
+    QVERIFY(m_manager->setSettingData(8, QStringLiteral("Cells1")));
+    states << snapshot(*m_manager);
+
+    for (int i = states.size() - 2; i >= 0; --i) {
+        QVERIFY(m_manager->undoAction());
+        QCOMPARE(snapshot(*m_manager), states.at(i));
+    }
+    for (int i = 1; i < states.size(); ++i) {
+        QVERIFY(m_manager->redoAction());
+        QCOMPARE(snapshot(*m_manager), states.at(i));
+    }
+}
+
+void TestUndo::clearUndoList() {
+    QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1")));
+    QVERIFY(m_manager->undoAction());
+    m_manager->clearUndoList();
+    QVERIFY(!m_manager->canUndo());
+    QVERIFY(!m_manager->canRedo());
+    QCOMPARE(m_manager->undoHistory().size(), 0);
+    QCOMPARE(m_manager->undoHistory().position(), -1);
+}
+
+QTEST_GUILESS_MAIN(TestUndo)
+#include "tst_undo.moc"
