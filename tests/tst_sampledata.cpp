@@ -1,0 +1,338 @@
+// The sample data set as built into the runtime data folder: every version is in the
+// catalogue and loads without problems, the memory map keeps settings and program data
+// apart and off phantom bytes, the help identifiers follow the preset scheme the merge
+// relies on, every help identifier has a help text, and saving round-trips.
+#include "support/CliRunner.h"
+#include "support/SampleData.h"
+
+#include "sf/SettingManager.h"
+#include "sf/parser/PhantomBytes.h"
+#include "sf/parser/PhantomProcessor.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace sampledata;
+using testsupport::CliResult;
+using testsupport::jsonOf;
+using testsupport::runCli;
+
+Q_DECLARE_METATYPE(sampledata::Generation)
+
+namespace {
+
+CliResult dumpJson(const QString& file) {
+    return runCli({QStringLiteral("-C"), runtimeDir(), QStringLiteral("dump"), file,
+                   QStringLiteral("--json")});
+}
+
+void addGenerationRows() {
+    QTest::addColumn<Generation>("generation");
+    for (const Generation& g : generations()) {
+        QTest::newRow(qPrintable(g.fw)) << g;
+    }
+}
+
+// Settings region of a layout: layout (16-bit) start and end, and what to add to a
+// layout address to get the image address in a firmware file.
+struct Region {
+    quint64 start;
+    quint64 end;
+    quint64 imageOffset;
+};
+
+Region regionOf(int processor) {
+    return processor == sf::parser::PhantomNone ? Region{0x0000, 0x0400, 0x310000}
+                                                : Region{0xE000, 0xE1E0, 0x10000};
+}
+
+QString presetSuffix(const QJsonObject& setting) {
+    const int preset = setting.value(QStringLiteral("preset")).toInt();
+    const QString code = setting.value(QStringLiteral("code")).toString();
+    return preset == 0 ? QString() : QStringLiteral(".") + code.right(1);
+}
+
+} // namespace
+
+class TestSampleData : public QObject {
+    Q_OBJECT
+private slots:
+    void catalogueListsEveryVersion();
+    void firmwareOpensClean_data() { addGenerationRows(); }
+    void firmwareOpensClean();
+    void memoryMap_data() { addGenerationRows(); }
+    void memoryMap();
+    void helpIdentifiers_data() { addGenerationRows(); }
+    void helpIdentifiers();
+    void mergeIdentifiers_data();
+    void mergeIdentifiers();
+    void helpTexts_data() { addGenerationRows(); }
+    void helpTexts();
+    void saveRoundTrips_data() { addGenerationRows(); }
+    void saveRoundTrips();
+};
+
+void TestSampleData::catalogueListsEveryVersion() {
+    const CliResult run = runCli(
+        {QStringLiteral("-C"), runtimeDir(), QStringLiteral("versions"), QStringLiteral("--json")});
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(run.err.isEmpty(), qPrintable(run.err));
+    const QJsonArray versions = jsonOf(run).value(QStringLiteral("versions")).toArray();
+    // Highest first; the legacy name orders last.
+    const QStringList expected{QStringLiteral("4.01"), QStringLiteral("3.20"),
+                               QStringLiteral("3.12"), QStringLiteral("3.10"),
+                               QStringLiteral("v306")};
+    QStringList fws;
+    for (const QJsonValue& v : versions) {
+        fws << v.toObject().value(QStringLiteral("fw")).toString();
+    }
+    QCOMPARE(fws, expected);
+    for (const Generation& g : generations()) {
+        const QJsonObject v = versions.at(expected.indexOf(g.fw)).toObject();
+        QCOMPARE(v.value(QStringLiteral("kxs")).toString(), g.kxs);
+        QCOMPARE(v.value(QStringLiteral("group")).toString(), g.folder);
+        QCOMPARE(v.value(QStringLiteral("format")).toInt(), 1001);
+        QCOMPARE(sf::SettingManager::processorTypeFor(g.kxs, -1), g.processor);
+    }
+}
+
+void TestSampleData::firmwareOpensClean() {
+    QFETCH(Generation, generation);
+    const CliResult run = dumpJson(firmwarePath(generation));
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(run.err.isEmpty(), qPrintable(run.err));
+    const QJsonObject dump = jsonOf(run);
+    QCOMPARE(dump.value(QStringLiteral("fw")).toString(), generation.fw);
+    QCOMPARE(dump.value(QStringLiteral("kxs")).toString(), generation.kxs);
+    QCOMPARE(dump.value(QStringLiteral("problems")).toInt(), 0);
+    QVERIFY(dump.value(QStringLiteral("categories")).toArray().size() >= 8);
+
+    const QJsonArray settings = dump.value(QStringLiteral("settings")).toArray();
+    QCOMPARE(settings.size(), generation.settings);
+    QVERIFY(settings.size() >= 150);
+    QSet<QString> kinds;
+    int hidden = 0;
+    int disabled = 0;
+    for (const QJsonValue& value : settings) {
+        const QJsonObject s = value.toObject();
+        kinds.insert(s.value(QStringLiteral("type")).toString());
+        hidden += s.value(QStringLiteral("hidden")).toBool() ? 1 : 0;
+        disabled += s.value(QStringLiteral("enabled")).toBool() ? 0 : 1;
+    }
+    QCOMPARE(kinds, (QSet<QString>{QStringLiteral("num"), QStringLiteral("list"),
+                                   QStringLiteral("bool"), QStringLiteral("checkbool")}));
+    QVERIFY(hidden >= 1);
+    QVERIFY(disabled >= 1);
+}
+
+// Settings start on real bytes, do not overlap and stay in the settings region; program
+// data never shares the low 16 address bits of a setting (the reader matches by them);
+// the defaults lie in the region at their image addresses.
+void TestSampleData::memoryMap() {
+    QFETCH(Generation, generation);
+    const QList<Span> spans = layoutSpans(layoutPath(generation.kxs), generation.processor);
+    QCOMPARE(spans.size(), generation.settings);
+    const Region region = regionOf(generation.processor);
+    const sf::parser::PhantomBytes phantoms(
+        sf::parser::PhantomBytes::periodFor(generation.processor));
+
+    QSet<quint64> used;
+    for (const Span& s : spans) {
+        QVERIFY2(!phantoms.isPhantom(s.address), qPrintable(s.code));
+        QVERIFY2(s.address >= region.start && s.address + s.span <= region.end, qPrintable(s.code));
+        for (quint64 a = s.address; a < s.address + s.span; ++a) {
+            QVERIFY2(!used.contains(a), qPrintable(s.code));
+            used.insert(a);
+        }
+    }
+
+    QMap<quint64, quint8> image;
+    QVERIFY(imageBytes(firmwarePath(generation), &image));
+    int program = 0;
+    for (auto it = image.constBegin(); it != image.constEnd(); ++it) {
+        const bool inRegion = it.key() >= region.start + region.imageOffset &&
+                              it.key() < region.end + region.imageOffset;
+        if (!inRegion) {
+            ++program;
+            QVERIFY2(!used.contains(it.key() & 0xFFFF), qPrintable(QString::number(it.key(), 16)));
+        }
+    }
+    QVERIFY(program >= 1024);
+
+    const QHash<QString, QByteArray> values =
+        settingBytes(firmwarePath(generation), spans, generation.processor);
+    for (const Span& s : spans) {
+        QVERIFY2(values.contains(s.code), qPrintable(s.code));
+        QByteArray atImage;
+        for (quint64 a = s.address; a < s.address + s.span; ++a) {
+            if (!phantoms.isPhantom(a)) {
+                atImage.append(static_cast<char>(image.value(a + region.imageOffset)));
+            }
+        }
+        QCOMPARE(atImage, values.value(s.code));
+    }
+}
+
+// The first preset of a setting carries the plain help identifier, every further preset
+// the same followed by a point and its preset character; only presets end in a digit or
+// in A or B.
+void TestSampleData::helpIdentifiers() {
+    QFETCH(Generation, generation);
+    const QJsonArray settings =
+        jsonOf(dumpJson(firmwarePath(generation))).value(QStringLiteral("settings")).toArray();
+    QVERIFY(!settings.isEmpty());
+    QHash<QString, QString> firstWsi; // base code name -> WSI of preset 0
+    QSet<QString> wsis;
+    for (const QJsonValue& value : settings) {
+        const QJsonObject s = value.toObject();
+        if (s.value(QStringLiteral("preset")).toInt() == 0 && s.contains(QStringLiteral("wsi"))) {
+            firstWsi.insert(s.value(QStringLiteral("base")).toString(),
+                            s.value(QStringLiteral("wsi")).toString());
+        }
+    }
+    for (const QJsonValue& value : settings) {
+        const QJsonObject s = value.toObject();
+        const QString code = s.value(QStringLiteral("code")).toString();
+        const QString base = s.value(QStringLiteral("base")).toString();
+        if (s.value(QStringLiteral("preset")).toInt() == 0 && base != code) {
+            QVERIFY2(code.endsWith(QLatin1Char('A')) || code.endsWith(QLatin1Char('1')),
+                     qPrintable(code));
+        }
+        if (!s.contains(QStringLiteral("wsi"))) {
+            QVERIFY2(s.value(QStringLiteral("type")).toString().contains(QLatin1String("bool")),
+                     qPrintable(code));
+            continue;
+        }
+        const QString wsi = s.value(QStringLiteral("wsi")).toString();
+        QVERIFY2(!wsis.contains(wsi), qPrintable(wsi));
+        wsis.insert(wsi);
+        QVERIFY2(firstWsi.contains(base), qPrintable(code));
+        QCOMPARE(wsi, firstWsi.value(base) + presetSuffix(s));
+    }
+}
+
+void TestSampleData::mergeIdentifiers_data() {
+    QTest::addColumn<QString>("fw");
+    QTest::addColumn<QStringList>("present");
+    QTest::addColumn<QStringList>("absent");
+    const QStringList battery{QStringLiteral("CellChem@30001"), QStringLiteral("CellChem@30001.B"),
+                              QStringLiteral("CellCnt@30001"), QStringLiteral("CellCnt@30001.B")};
+    const QStringList charge{QStringLiteral("LifeAh@30001"), QStringLiteral("LifeAh@30001.B")};
+    const QStringList energy3{QStringLiteral("LifeWh@31011"), QStringLiteral("LifeWh@31011.B")};
+    const QStringList energy4{QStringLiteral("LifeWh@31016"), QStringLiteral("LifeWh@31016.B")};
+    QTest::newRow("v306 has the lifetime charge")
+        << QStringLiteral("v306") << battery + charge << energy3 + energy4;
+    QTest::newRow("3.12 has the lifetime charge")
+        << QStringLiteral("3.12") << battery + charge << energy3 + energy4;
+    QTest::newRow("3.20 has energy 31011")
+        << QStringLiteral("3.20") << battery + energy3 << charge + energy4;
+    QTest::newRow("4.01 has energy 31016")
+        << QStringLiteral("4.01") << battery + energy4 << charge + energy3;
+}
+
+// What the lifetime-energy conversion reads and writes, and chemistries that are all in
+// the nominal cell voltage table.
+void TestSampleData::mergeIdentifiers() {
+    QFETCH(QString, fw);
+    QFETCH(QStringList, present);
+    QFETCH(QStringList, absent);
+    const auto it = std::find_if(generations().begin(), generations().end(),
+                                 [&fw](const Generation& g) { return g.fw == fw; });
+    QVERIFY(it != generations().end());
+    const QJsonArray settings =
+        jsonOf(dumpJson(firmwarePath(*it))).value(QStringLiteral("settings")).toArray();
+    QHash<QString, QJsonObject> byWsi;
+    for (const QJsonValue& value : settings) {
+        byWsi.insert(value.toObject().value(QStringLiteral("wsi")).toString(), value.toObject());
+    }
+    for (const QString& wsi : present) {
+        QVERIFY2(byWsi.contains(wsi), qPrintable(wsi));
+    }
+    for (const QString& wsi : absent) {
+        QVERIFY2(!byWsi.contains(wsi), qPrintable(wsi));
+    }
+    QStringList nominal;
+    for (const auto& entry : sf::SettingManager::getNominalCellVoltages()) {
+        nominal << entry.first;
+    }
+    for (const QString& wsi :
+         {QStringLiteral("CellChem@30001"), QStringLiteral("CellChem@30001.B")}) {
+        QStringList options;
+        for (const QJsonValue& o : byWsi.value(wsi).value(QStringLiteral("options")).toArray()) {
+            options << o.toString();
+        }
+        QCOMPARE(options, nominal);
+    }
+}
+
+// The manager finds a help text for every help identifier: settings, bits and category
+// headings.
+void TestSampleData::helpTexts() {
+    QFETCH(Generation, generation);
+    QFile file(helpPath(generation.fw));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    sf::SettingManager manager;
+    const int count = manager.parseTooltips(QString::fromUtf8(file.readAll()));
+    const QJsonObject dump = jsonOf(dumpJson(firmwarePath(generation)));
+    QStringList wanted;
+    for (const QJsonValue& value : dump.value(QStringLiteral("settings")).toArray()) {
+        const QString wsi = value.toObject().value(QStringLiteral("wsi")).toString();
+        if (!wsi.isEmpty()) {
+            wanted << wsi;
+        }
+    }
+    for (const QJsonValue& value : dump.value(QStringLiteral("categories")).toArray()) {
+        wanted << value.toObject().value(QStringLiteral("label")).toString() +
+                      sf::SettingManager::CATEGORY_WSI_SUFFIX;
+    }
+    wanted << QStringLiteral("Cruise@30008") << QStringLiteral("Walk@30008");
+    for (const QString& wsi : wanted) {
+        QVERIFY2(!manager.getTooltip(wsi).isEmpty(), qPrintable(wsi));
+    }
+    QCOMPARE(count, wanted.size());
+}
+
+// A firmware file saved without changes holds the same setting bytes; saving that file
+// again gives the same file byte for byte; the saved file holds only the settings.
+void TestSampleData::saveRoundTrips() {
+    QFETCH(Generation, generation);
+    QTemporaryDir tmp;
+    QVERIFY(tmp.isValid());
+    const QString first = tmp.filePath(QStringLiteral("first.hex"));
+    const QString second = tmp.filePath(QStringLiteral("second.hex"));
+    const QStringList unchanged{QStringLiteral("SpdUnits=km/h")};
+    CliResult run = runCli(QStringList{QStringLiteral("-C"), runtimeDir(), QStringLiteral("set"),
+                                       firmwarePath(generation), QStringLiteral("-o"), first} +
+                           unchanged);
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(run.out.isEmpty(), qPrintable(run.out));
+    run = runCli(QStringList{QStringLiteral("-C"), runtimeDir(), QStringLiteral("set"), first,
+                             QStringLiteral("-o"), second} +
+                 unchanged);
+    QCOMPARE(run.exitCode, 0);
+
+    QFile a(first);
+    QFile b(second);
+    QVERIFY(a.open(QIODevice::ReadOnly) && b.open(QIODevice::ReadOnly));
+    QCOMPARE(b.readAll(), a.readAll());
+
+    const QList<Span> spans = layoutSpans(layoutPath(generation.kxs), generation.processor);
+    QCOMPARE(settingBytes(first, spans, generation.processor),
+             settingBytes(firmwarePath(generation), spans, generation.processor));
+    QMap<quint64, quint8> image;
+    QVERIFY(imageBytes(first, &image));
+    quint64 low = ~quint64(0);
+    quint64 high = 0;
+    for (const Span& s : spans) {
+        low = std::min<quint64>(low, s.address);
+        high = std::max<quint64>(high, s.address + s.span);
+    }
+    QCOMPARE(image.firstKey(), low);
+    QCOMPARE(image.lastKey() + 1, high);
+}
+
+QTEST_GUILESS_MAIN(TestSampleData)
+#include "tst_sampledata.moc"
