@@ -81,6 +81,9 @@ private slots:
     void insertAndAbortRoundTrip();
     void removeLeavesFillersAndDropsEmptyRows();
     void replaceNearestAndMove();
+    void moveDown_data();
+    void moveDown();
+    void removedPresetCanReturnToItsRow();
     void realignRepairsManualSizes();
 };
 
@@ -524,6 +527,59 @@ void TestCategory::replaceNearestAndMove() {
     // The moved row still receives its other presets.
     QVERIFY(category.appendSetting(new PlainSetting(QStringLiteral("A2"), &grid.host)));
     QCOMPARE(positionText(category.indexOf(QStringLiteral("A2"))), QStringLiteral("3:1"));
+}
+
+void TestCategory::moveDown_data() {
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("to");
+    QTest::addColumn<QString>("order");
+    QTest::newRow("first to middle") << 0 << 2 << "BCAD";
+    QTest::newRow("first to last") << 0 << 3 << "BCDA";
+    QTest::newRow("middle up") << 2 << 1 << "ACBD";
+    QTest::newRow("last to first") << 3 << 0 << "DABC";
+    QTest::newRow("stays") << 1 << 1 << "ABCD";
+}
+
+void TestCategory::moveDown() {
+    QFETCH(int, from);
+    QFETCH(int, to);
+    QFETCH(QString, order);
+    Grid grid(QStringLiteral("A1,B1,C1,D1,D2"));
+    QVERIFY(grid.category.move(grid.category.getAtLiteral(from, 0), to));
+    QString seen;
+    for (int row = 0; row < grid.category.getLiteralSize(); ++row)
+        seen += grid.category.getAtLiteral(row, 0)->getContent()->getCodeName().left(1);
+    QCOMPARE(seen, order);
+    QCOMPARE(layoutFault(grid.category), QString());
+}
+
+void TestCategory::removedPresetCanReturnToItsRow() {
+    Grid grid(QStringLiteral("G1+3,G2+3,B1"));
+    Category& category = grid.category;
+    QVERIFY(category.expandSetting(0, 0));
+    QVERIFY(category.remove(category.findIndex(grid.find("G1"))));
+    QVERIFY(category.remove(category.findIndex(grid.find("G2"))));
+    QCOMPARE(category.getLiteralSize(), 1); // the row went with its last setting
+
+    // A row left without a foldable setting folds; a group joining it later comes in
+    // folded.
+    Grid mixed(QStringLiteral("G1+3,G2,B1"));
+    Category& other = mixed.category;
+    QVERIFY(other.expandSetting(0, 0));
+    QCOMPARE(other.getSize(), 4);
+    QVERIFY(other.remove(other.findIndex(mixed.find("G1"))));
+    QCOMPARE(other.getSize(), 2);
+    QVERIFY(other.appendSetting(new GroupSetting(QStringLiteral("G1"), &mixed.host, 3)));
+    QCOMPARE(other.getLiteralSize(), 2);
+    QCOMPARE(other.getSize(), 2);
+    QVERIFY(!other.isExpanded(0, 0));
+
+    // Removing one preset of a row keeps the row known by its name for the next append.
+    Grid pair(QStringLiteral("A1,A2,B1"));
+    QVERIFY(pair.category.remove(pair.category.findIndex(pair.find("A1"))));
+    QVERIFY(pair.category.appendSetting(new PlainSetting(QStringLiteral("A1"), &pair.host)));
+    QCOMPARE(pair.category.getLiteralSize(), 2);
+    QCOMPARE(positionText(pair.category.indexOf(QStringLiteral("A1"))), QStringLiteral("0:0"));
 }
 
 void TestCategory::realignRepairsManualSizes() {
