@@ -244,10 +244,11 @@ void TestSettingManagerLoad::settingsFallUnderThePrecedingHeading() {
         QCOMPARE(setting->getCategory(), it.value());
         QVERIFY(manager.getCategory(it.value())->contains(setting));
     }
-    // Rows: Packs, Cells (two presets), Lim, Low; Flags, Boxes, Screen, Dis (Hid hidden).
+    // Rows: Packs, Cells (two presets), Lim, Low; Flags and a row per bit, Boxes (folded),
+    // Screen, Dis (Hid is hidden).
     QCOMPARE(manager.getCategory(QStringLiteral("Batt"))->getSize(), 4);
-    QCOMPARE(manager.getCategory(QStringLiteral("Disp"))->getSize(), 4);
-    QCOMPARE(manager.totalSize(), 1 + 4 + 4);
+    QCOMPARE(manager.getCategory(QStringLiteral("Disp"))->getSize(), 7);
+    QCOMPARE(manager.totalSize(), 1 + 4 + 7);
     QCOMPARE(manager.maxPresets(), 2);
 }
 

@@ -106,6 +106,15 @@ bool SettingManager::addSetting(Setting* setting) {
         category = uncategorized();
     }
     category->appendSetting(setting);
+    // The bits of a bit field that does not fold get a row each, below its own row.
+    if (setting->isMulti() && !setting->isExpandable()) {
+        if (auto* multi = qobject_cast<MultiSetting*>(setting)) {
+            const int count = multi->subIndices();
+            for (int subIndex = 0; subIndex < count; ++subIndex) {
+                category->appendSetting(setting, subIndex);
+            }
+        }
+    }
     invalidateWsiIndex();
     return true;
 }

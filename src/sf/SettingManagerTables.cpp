@@ -114,7 +114,11 @@ int SettingManager::getIndexFlags(const QModelIndex& index) const {
     int subIndex = -1;
     Setting* setting = category->getSettingAt(categoryRow, column, &subIndex);
     if (!setting) {
-        // A filler: it still tells a sub-index row from a setting's own row.
+        // A filler, or a column this category does not have: the row still is a
+        // sub-index row or a setting's own row (all cells of a row share their shape).
+        if (!cell) {
+            cell = category->getAt(categoryRow, 0, &line);
+        }
         const bool subRow = cell && (cell->getForcedSubIndex() >= 0 || line > 0);
         return subRow ? FlagSubIndex : 0;
     }

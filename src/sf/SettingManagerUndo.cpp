@@ -187,9 +187,15 @@ void SettingManager::reportRows(const QList<Setting*>& settings) {
         if (!position.isValid()) {
             continue;
         }
-        // An unfolded setting changes every row it occupies.
+        // A setting changes every row it occupies: an unfolded group its cell's rows, a
+        // bit field its own row and the rows of its bits below.
         const CategoryIndex* cell = category->findIndex(setting);
-        const int height = cell ? cell->getSize() : 1;
+        int height = cell ? cell->getSize() : 1;
+        if (setting->isMulti() && !setting->isExpandable()) {
+            if (auto* multi = qobject_cast<MultiSetting*>(const_cast<Setting*>(setting))) {
+                height += multi->subIndices();
+            }
+        }
         for (const QAbstractItemModel* model : models) {
             const int offset = m_tables->offset(model, category);
             if (offset < 0) {

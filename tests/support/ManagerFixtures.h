@@ -69,6 +69,8 @@ public:
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role) const override;
+    // An index of this model at any row and column, also outside rowCount/columnCount.
+    QModelIndex cell(int row, int column) const { return createIndex(row, column); }
 
 private:
     sf::SettingManager* m_manager;
