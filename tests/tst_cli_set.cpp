@@ -1,0 +1,385 @@
+// kxsetup-cli set: every setting kind can be changed, and the saved image differs from an
+// unchanged save exactly in the bytes of the settings named and of their re-evaluated
+// dependents, in every generation (phantom bytes included); refused values write
+// nothing; -o leaves the input alone; edits survive re-opening and re-saving.
+#include "support/CliRunner.h"
+#include "support/SampleData.h"
+
+#include "sf/parser/PhantomBytes.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace sampledata;
+using testsupport::CliResult;
+using testsupport::runCli;
+
+namespace {
+
+const Generation* generationOf(const QString& fw) {
+    for (const Generation& g : generations()) {
+        if (g.fw == fw) {
+            return &g;
+        }
+    }
+    return nullptr;
+}
+
+CliResult set(const QStringList& args) {
+    return runCli(QStringList{QStringLiteral("-C"), runtimeDir(), QStringLiteral("set")} + args);
+}
+
+QStringList get(const QString& file, const QStringList& names) {
+    const CliResult run = runCli(
+        QStringList{QStringLiteral("-C"), runtimeDir(), QStringLiteral("get"), file} + names);
+    return run.exitCode == 0
+               ? run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts)
+               : QStringList{QStringLiteral("exit %1: %2").arg(run.exitCode).arg(run.err)};
+}
+
+QByteArray contents(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+// The settings whose spans hold an address at which the two images differ; "?" for a
+// differing address that lies in no setting.
+QSet<QString> changedSpans(const QString& before, const QString& after, const QList<Span>& spans) {
+    QMap<quint64, quint8> a;
+    QMap<quint64, quint8> b;
+    QSet<QString> changed;
+    if (!imageBytes(before, &a) || !imageBytes(after, &b)) {
+        return {QStringLiteral("unreadable")};
+    }
+    QSet<quint64> addresses;
+    for (auto it = a.constBegin(); it != a.constEnd(); ++it) {
+        addresses.insert(it.key());
+    }
+    for (auto it = b.constBegin(); it != b.constEnd(); ++it) {
+        addresses.insert(it.key());
+    }
+    for (quint64 address : addresses) {
+        if (a.contains(address) && b.contains(address) && a.value(address) == b.value(address)) {
+            continue;
+        }
+        QString owner = QStringLiteral("?");
+        for (const Span& s : spans) {
+            if (address >= s.address && address < s.address + s.span) {
+                owner = s.code;
+            }
+        }
+        changed.insert(owner);
+    }
+    return changed;
+}
+
+// The settings whose real bytes, as the image reader reads them, differ.
+QSet<QString> changedValues(const QString& before, const QString& after, const QList<Span>& spans,
+                            int processor) {
+    const QHash<QString, QByteArray> a = settingBytes(before, spans, processor);
+    const QHash<QString, QByteArray> b = settingBytes(after, spans, processor);
+    QSet<QString> changed;
+    for (const Span& s : spans) {
+        if (!a.contains(s.code) || !b.contains(s.code) || a.value(s.code) != b.value(s.code)) {
+            changed.insert(s.code);
+        }
+    }
+    return changed;
+}
+
+// Sets the file's modification time back so that a rewrite would show.
+bool ageFile(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadWrite) && f.setFileTime(QDateTime::currentDateTime().addDays(-3),
+                                                         QFileDevice::FileModificationTime);
+}
+
+QDateTime modified(const QString& path) {
+    return QFileInfo(path).lastModified();
+}
+
+} // namespace
+
+class TestCliSet : public QObject {
+    Q_OBJECT
+private slots:
+    void changesExactlyItsBytes_data();
+    void changesExactlyItsBytes();
+    void refusedValueWritesNothing_data();
+    void refusedValueWritesNothing();
+    void outputLeavesInputAlone();
+    void inPlaceReplacesFile();
+    void assignmentsFromFile();
+    void editsSurviveReopening_data();
+    void editsSurviveReopening();
+};
+
+void TestCliSet::changesExactlyItsBytes_data() {
+    QTest::addColumn<QString>("fw");
+    QTest::addColumn<QStringList>("assignments");
+    QTest::addColumn<QStringList>("changed");
+    QTest::addColumn<QStringList>("query");
+    QTest::addColumn<QStringList>("answer");
+    const auto L = [](std::initializer_list<const char*> texts) {
+        QStringList list;
+        for (const char* t : texts) {
+            list << QString::fromUtf8(t);
+        }
+        return list;
+    };
+    QTest::newRow("number, phantom every 4th")
+        << "v306" << L({"CellCntB=14"}) << L({"CellCntB"}) << L({"CellCntB"}) << L({"14"});
+    QTest::newRow("number clamps its dependent")
+        << "3.10" << L({"CellCntA=8"}) << L({"CellCntA", "LVCA"}) << L({"LVCA", "CellCntA"})
+        << L({"33.6", "8"});
+    QTest::newRow("scaled number")
+        << "3.12" << L({"BattCapA=12.34"}) << L({"BattCapA"}) << L({"BattCapA"}) << L({"12.34"});
+    QTest::newRow("signed number")
+        << "3.20" << L({"TempOffset=-5"}) << L({"TempOffset"}) << L({"TempOffset"}) << L({"-5"});
+    QTest::newRow("32-bit number, no phantom bytes")
+        << "4.01" << L({"LifeWhB=12345.6"}) << L({"LifeWhB"}) << L({"LifeWhB"}) << L({"12345.6"});
+    QTest::newRow("hidden number")
+        << "3.10" << L({"RShunt=1.5"}) << L({"RShunt"}) << L({"RShunt"}) << L({"1.5"});
+    QTest::newRow("number by help identifier")
+        << "4.01" << L({"MaxPwr@30003.2=900"}) << L({"MaxPwr2"}) << L({"MaxPwr2"}) << L({"900"});
+    QTest::newRow("renamed setting by help identifier")
+        << "4.01" << L({"WheelCirc@30002=2000"}) << L({"WheelSize"}) << L({"WheelSize"})
+        << L({"2000"});
+    QTest::newRow("preset counter")
+        << "v306" << L({"Profiles=1"}) << L({"Profiles"}) << L({"Profiles"}) << L({"1"});
+    QTest::newRow("list by option")
+        << "3.20" << L({"CellChemB=NiMH"}) << L({"CellChemB"}) << L({"CellChemB"}) << L({"7"});
+    QTest::newRow("list by index")
+        << "v306" << L({"TripAuto=2"}) << L({"TripAuto"}) << L({"TripAuto"}) << L({"2"});
+    QTest::newRow("list option in other case")
+        << "4.01" << L({"PwrUnits=amps"}) << L({"PwrUnits"}) << L({"PwrUnits"}) << L({"1"});
+    QTest::newRow("list changes the units of others")
+        << "3.10" << L({"SpdUnits=mph"}) << L({"SpdUnits"})
+        << L({"--display", "MaxSpd1", "OdoStart"}) << L({"25.0 mph", "0.0 mi"});
+    QTest::newRow("bit") << "3.10" << L({"FeatFlags[4]=0"}) << L({"FeatFlags"})
+                         << L({"FeatFlags[4]", "FeatFlags"}) << L({"0", "4903"});
+    QTest::newRow("inverted bit") << "v306" << L({"FeatFlags[11]=off"}) << L({"FeatFlags"})
+                                  << L({"FeatFlags[11]", "FeatFlags"}) << L({"0", "6967"});
+    QTest::newRow("bit by help identifier")
+        << "4.01" << L({"Walk@30008=0"}) << L({"FeatFlags"}) << L({"FeatFlags[1]"}) << L({"0"});
+    QTest::newRow("bit in the third byte") << "4.01" << L({"FeatFlags[17]=1"}) << L({"FeatFlags"})
+                                           << L({"FeatFlags"}) << L({"201527"});
+    QTest::newRow("whole bit field") << "3.12" << L({"AlarmFlags=0x05"}) << L({"AlarmFlags"})
+                                     << L({"AlarmFlags", "AlarmFlags[1]"}) << L({"5", "0"});
+    QTest::newRow("check box") << "v306" << L({"Screens[12]=1"}) << L({"Screens"})
+                               << L({"Screens[12]", "Screens"}) << L({"1", "8127"});
+    QTest::newRow("whole check box group") << "3.20" << L({"Screens=3"}) << L({"Screens"})
+                                           << L({"Screens", "Screens[1]"}) << L({"3", "1"});
+    QTest::newRow("several, one clamping")
+        << "3.10" << L({"CellCntA=20", "CellChemA=LiFe", "Screens[0]=0"})
+        << L({"CellCntA", "LVCA", "CellChemA", "Screens"}) << L({"LVCA", "CellChemA"})
+        << L({"50", "5"});
+    QTest::newRow("value as it is")
+        << "3.12" << L({"CellCntA=13"}) << QStringList() << L({"CellCntA"}) << L({"13"});
+    // Between two raw steps the value is stored truncated, as the settings table stores it.
+    QTest::newRow("truncated to the raw step")
+        << "3.10" << L({"FullVA=4.107"}) << L({"FullVA"}) << L({"FullVA"}) << L({"4.1"});
+}
+
+void TestCliSet::changesExactlyItsBytes() {
+    QFETCH(QString, fw);
+    QFETCH(QStringList, assignments);
+    QFETCH(QStringList, changed);
+    QFETCH(QStringList, query);
+    QFETCH(QStringList, answer);
+    const Generation* g = generationOf(fw);
+    QVERIFY(g);
+    QTemporaryDir tmp;
+    QVERIFY(tmp.isValid());
+    const QString base = tmp.filePath(QStringLiteral("base.hex"));
+    const QString edited = tmp.filePath(QStringLiteral("edited.hex"));
+    QCOMPARE(
+        set({firmwarePath(*g), QStringLiteral("SpdUnits=0"), QStringLiteral("-o"), base}).exitCode,
+        0);
+    const CliResult run =
+        set(QStringList{firmwarePath(*g), QStringLiteral("-o"), edited} + assignments);
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(run.err.isEmpty(), qPrintable(run.err));
+
+    const QList<Span> spans = layoutSpans(layoutPath(g->kxs), g->processor);
+    const QSet<QString> expected(changed.begin(), changed.end());
+    QCOMPARE(changedSpans(base, edited, spans), expected);
+    QCOMPARE(changedValues(base, edited, spans, g->processor), expected);
+    // set reports each changed setting once.
+    QSet<QString> reported;
+    for (const QString& line : run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        reported.insert(line.section(QLatin1Char(':'), 0, 0));
+    }
+    QCOMPARE(reported, expected);
+    QCOMPARE(get(edited, query), answer);
+}
+
+void TestCliSet::refusedValueWritesNothing_data() {
+    QTest::addColumn<QStringList>("assignments");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("above the range")
+        << QStringList{QStringLiteral("CellCntA=37")}
+        << QStringLiteral("CellCntA: 37 is out of range (1 to 36 cells)");
+    QTest::newRow("below a range set by another setting")
+        << QStringList{QStringLiteral("LVCA=30")}
+        << QStringLiteral("LVCA: 30 is out of range (32.5 to 54.6 V)");
+    QTest::newRow("range after an earlier change")
+        << QStringList{QStringLiteral("CellCntA=10"), QStringLiteral("LVCA=45")}
+        << QStringLiteral("LVCA: 45 is out of range (25 to 42 V)");
+    QTest::newRow("no number") << QStringList{QStringLiteral("BattCapA=lots")}
+                               << QStringLiteral("BattCapA: \"lots\" is no number");
+    QTest::newRow("unknown option") << QStringList{QStringLiteral("CellChemA=LiPoly")}
+                                    << QStringLiteral("(LiMn, RCLiPo, RCLiP, Li-ion, LiPo, LiFe, "
+                                                      "SLA, NiMH) nor an index 0 to 7");
+    QTest::newRow("index past the options") << QStringList{QStringLiteral("CellChemA=8")}
+                                            << QStringLiteral("CellChemA: \"8\" is not an option");
+    QTest::newRow("bit value") << QStringList{QStringLiteral("FeatFlags[0]=maybe")}
+                               << QStringLiteral("FeatFlags[0]: \"maybe\" is no bit value");
+    QTest::newRow("bit past the labels") << QStringList{QStringLiteral("FeatFlags[14]=1")}
+                                         << QStringLiteral("FeatFlags has bits 0 to 13, not 14");
+    QTest::newRow("bit of a number") << QStringList{QStringLiteral("CellCntA[0]=1")}
+                                     << QStringLiteral("CellCntA is no bit field");
+    QTest::newRow("disabled setting") << QStringList{QStringLiteral("SerialNo=1")}
+                                      << QStringLiteral("SerialNo: the setting is disabled");
+    QTest::newRow("unknown name") << QStringList{QStringLiteral("NoSuch=1")}
+                                  << QStringLiteral("no setting \"NoSuch\"");
+    QTest::newRow("whole value too wide")
+        << QStringList{QStringLiteral("AlarmFlags=256")}
+        << QStringLiteral("AlarmFlags: 256 does not fit in 8 bits");
+    QTest::newRow("last of several")
+        << QStringList{QStringLiteral("CellCntA=14"), QStringLiteral("CellCntB=99")}
+        << QStringLiteral("CellCntB: 99 is out of range");
+}
+
+void TestCliSet::refusedValueWritesNothing() {
+    QFETCH(QStringList, assignments);
+    QFETCH(QString, message);
+    const Generation* g = generationOf(QStringLiteral("3.10"));
+    QTemporaryDir tmp;
+    QVERIFY(tmp.isValid());
+    const QString file = copyInto(firmwarePath(*g), tmp.path(), QStringLiteral("setup.hex"));
+    QVERIFY(!file.isEmpty() && ageFile(file));
+    const QByteArray before = contents(file);
+    const QDateTime time = modified(file);
+    const QString out = tmp.filePath(QStringLiteral("out.hex"));
+
+    for (const QStringList& extra : {QStringList(), QStringList{QStringLiteral("-o"), out}}) {
+        const CliResult run = set(QStringList{file} + extra + assignments);
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.err.contains(message), qPrintable(run.err));
+        QVERIFY2(run.err.contains(QLatin1String("nothing written")), qPrintable(run.err));
+        QVERIFY(run.out.isEmpty());
+        QCOMPARE(contents(file), before);
+        QCOMPARE(modified(file), time);
+        QCOMPARE(QDir(tmp.path()).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{QStringLiteral("setup.hex")});
+    }
+}
+
+void TestCliSet::outputLeavesInputAlone() {
+    const Generation* g = generationOf(QStringLiteral("v306"));
+    QTemporaryDir tmp;
+    QVERIFY(tmp.isValid());
+    const QString file = copyInto(firmwarePath(*g), tmp.path(), QStringLiteral("in.hex"));
+    QVERIFY(!file.isEmpty() && ageFile(file));
+    const QByteArray before = contents(file);
+    const QDateTime time = modified(file);
+    const QString out = tmp.filePath(QStringLiteral("out.hex"));
+    QCOMPARE(set({file, QStringLiteral("MotorPoles=20"), QStringLiteral("-o"), out}).exitCode, 0);
+    QCOMPARE(contents(file), before);
+    QCOMPARE(modified(file), time);
+    QCOMPARE(get(out, {QStringLiteral("MotorPoles")}), QStringList{QStringLiteral("20")});
+    QCOMPARE(get(file, {QStringLiteral("MotorPoles")}), QStringList{QStringLiteral("23")});
+    // An existing output is replaced.
+    QCOMPARE(set({file, QStringLiteral("MotorPoles=21"), QStringLiteral("-o"), out}).exitCode, 0);
+    QCOMPARE(get(out, {QStringLiteral("MotorPoles")}), QStringList{QStringLiteral("21")});
+    QCOMPARE(QDir(tmp.path()).entryList(QDir::Files | QDir::Hidden),
+             (QStringList{QStringLiteral("in.hex"), QStringLiteral("out.hex")}));
+}
+
+void TestCliSet::inPlaceReplacesFile() {
+    const Generation* g = generationOf(QStringLiteral("4.01"));
+    QTemporaryDir tmp;
+    QVERIFY(tmp.isValid());
+    const QString file = copyInto(firmwarePath(*g), tmp.path(), QStringLiteral("setup.hex"));
+    QVERIFY(!file.isEmpty() && ageFile(file));
+    QVERIFY(QFile(file).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
+    const QDateTime time = modified(file);
+    QCOMPARE(set({file, QStringLiteral("Backlight=40")}).exitCode, 0);
+    QVERIFY(modified(file) > time);
+    QCOMPARE(QFile(file).permissions() &
+                 (QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther),
+             QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup);
+    QCOMPARE(get(file, {QStringLiteral("Backlight")}), QStringList{QStringLiteral("40")});
+    QCOMPARE(QDir(tmp.path()).entryList(QDir::Files | QDir::Hidden),
+             QStringList{QStringLiteral("setup.hex")});
+}
+
+void TestCliSet::assignmentsFromFile() {
+    const Generation* g = generationOf(QStringLiteral("3.20"));
+    QTemporaryDir tmp;
+    QVERIFY(tmp.isValid());
+    const QString list = tmp.filePath(QStringLiteral("changes.txt"));
+    QFile f(list);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write("# cell count first: the cutoff's range follows it\n\nCellCntB = 20\nLVCB=70\n");
+    f.close();
+    const QString out = tmp.filePath(QStringLiteral("out.hex"));
+    // Command-line assignments come after the file's.
+    QCOMPARE(set({firmwarePath(*g), QStringLiteral("--from"), list, QStringLiteral("LVCB=71.5"),
+                  QStringLiteral("-o"), out, QStringLiteral("-q")})
+                 .exitCode,
+             0);
+    QCOMPARE(get(out, {QStringLiteral("CellCntB"), QStringLiteral("LVCB")}),
+             (QStringList{QStringLiteral("20"), QStringLiteral("71.5")}));
+
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write("CellCntB=20\nLVCB=90\n");
+    f.close();
+    const CliResult run = set({firmwarePath(*g), QStringLiteral("--from"), list,
+                               QStringLiteral("-o"), tmp.filePath(QStringLiteral("no.hex"))});
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY2(run.err.contains(list + QStringLiteral(":2: LVCB: 90 is out of range")),
+             qPrintable(run.err));
+    QVERIFY(!QFile::exists(tmp.filePath(QStringLiteral("no.hex"))));
+}
+
+void TestCliSet::editsSurviveReopening_data() {
+    QTest::addColumn<QString>("fw");
+    for (const Generation& g : generations()) {
+        QTest::newRow(qPrintable(g.fw)) << g.fw;
+    }
+}
+
+// Edit, save, re-open and edit again in place, then save unchanged: the second save is
+// byte-identical and both edits are there.
+void TestCliSet::editsSurviveReopening() {
+    QFETCH(QString, fw);
+    const Generation* g = generationOf(fw);
+    QTemporaryDir tmp;
+    QVERIFY(tmp.isValid());
+    const QString first = tmp.filePath(QStringLiteral("first.hex"));
+    const QString second = tmp.filePath(QStringLiteral("second.hex"));
+    QCOMPARE(set({firmwarePath(*g), QStringLiteral("BattCapB=33.33"),
+                  QStringLiteral("Screens[3]=0"), QStringLiteral("-o"), first})
+                 .exitCode,
+             0);
+    QCOMPARE(set({first, QStringLiteral("CellChem@30001.B=SLA"), QStringLiteral("TempOffset=-20")})
+                 .exitCode,
+             0);
+    QCOMPARE(set({first, QStringLiteral("CellChemB=SLA"), QStringLiteral("-o"), second}).exitCode,
+             0);
+    QCOMPARE(contents(second), contents(first));
+    QCOMPARE(get(second, {QStringLiteral("BattCapB"), QStringLiteral("Screens[3]"),
+                          QStringLiteral("CellChemB"), QStringLiteral("TempOffset")}),
+             (QStringList{QStringLiteral("33.33"), QStringLiteral("0"), QStringLiteral("6"),
+                          QStringLiteral("-20")}));
+}
+
+QTEST_GUILESS_MAIN(TestCliSet)
+#include "tst_cli_set.moc"
