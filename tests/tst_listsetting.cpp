@@ -1,0 +1,127 @@
+// Lists: options from the layout's string list named by two fields, the stored index and
+// its range check, and the data roles.
+#include "sf/ListSetting.h"
+
+#include "support/FakeSettingHost.h"
+
+#include <QtTest>
+
+using namespace sf;
+using settingstest::FakeSettingHost;
+using settingstest::hexBytes;
+
+namespace {
+
+const QStringList CHEMISTRIES{"LiFe", "Li-ion", "NiMH", "SLA"};
+
+void addLists(FakeSettingHost& host) {
+    host.addStringList(QStringLiteral("CHEM_0"), QStringLiteral("CHEM_COUNT"), CHEMISTRIES);
+    host.addTooltip(QStringLiteral("CHEM"), QStringLiteral("Battery chemistry"));
+}
+
+const char* const LIST =
+    "list, CHEM, CHEM_COUNT, CHEM_0, \"Chemistry\", \"sets the cell voltages\"";
+
+} // namespace
+
+class TestListSetting : public QObject {
+    Q_OBJECT
+private slots:
+    void construction_data();
+    void construction();
+    void setData_data();
+    void setData();
+    void dataRoles_data();
+    void dataRoles();
+};
+
+void TestListSetting::construction_data() {
+    QTest::addColumn<QString>("definition");
+    QTest::addColumn<bool>("builds");
+    QTest::newRow("count then list name") << LIST << true;
+    QTest::newRow("quoted names") << "list, CHEM, \"CHEM_COUNT\", \"CHEM_0\", \"Chemistry\""
+                                  << true;
+    QTest::newRow("names swapped: no such list")
+        << "list, CHEM, CHEM_0, CHEM_COUNT, \"Chemistry\"" << false;
+    QTest::newRow("unknown list") << "list, CHEM, N, OTHER, \"Chemistry\"" << false;
+    QTest::newRow("WSI of two tokens")
+        << "list, CHEM X, CHEM_COUNT, CHEM_0, \"Chemistry\"" << false;
+    QTest::newRow("malformed name") << "list, CHEM, CHEM_COUNT, CHEM_0, 12" << false;
+}
+
+void TestListSetting::construction() {
+    QFETCH(QString, definition);
+    QFETCH(bool, builds);
+    FakeSettingHost host;
+    addLists(host);
+    int error = -1;
+    Setting* s = host.build(QStringLiteral("Chem1"), definition, QByteArray(), &error);
+    QCOMPARE(s != nullptr, builds);
+    QCOMPARE(error, builds ? 0 : 3);
+    if (s) {
+        QCOMPARE(s->getType(), TypeList);
+        QCOMPARE(s->getSizeBytes(), 1);
+        QCOMPARE(s->getSizeBits(), 8);
+        QCOMPARE(dynamic_cast<ListSetting*>(s)->getOptions(), CHEMISTRIES);
+        QCOMPARE(dynamic_cast<ListSetting*>(s)->getWsi(), QStringLiteral("CHEM"));
+    }
+}
+
+void TestListSetting::setData_data() {
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<bool>("accepted");
+    QTest::addColumn<int>("stored");
+    QTest::newRow("first option") << QVariant(0) << true << 0;
+    QTest::newRow("last option") << QVariant(3) << true << 3;
+    QTest::newRow("index as text") << QVariant("2") << true << 2;
+    QTest::newRow("equal to stored") << QVariant(1) << false << 1;
+    QTest::newRow("one beyond") << QVariant(4) << false << 1;
+    QTest::newRow("negative") << QVariant(-1) << false << 1;
+    QTest::newRow("not a number") << QVariant("LiFe") << false << 1;
+}
+
+void TestListSetting::setData() {
+    QFETCH(QVariant, value);
+    QFETCH(bool, accepted);
+    QFETCH(int, stored);
+    FakeSettingHost host;
+    addLists(host);
+    Setting* s = host.build(QStringLiteral("Chem1"), QString::fromLatin1(LIST), hexBytes("01"));
+    QVERIFY(s);
+    QCOMPARE(s->setData(value), accepted);
+    QCOMPARE(s->getBytes(), QByteArray(1, static_cast<char>(stored)));
+}
+
+void TestListSetting::dataRoles_data() {
+    QTest::addColumn<int>("role");
+    QTest::addColumn<QVariant>("expected");
+    QTest::newRow("1 options") << int(RoleDisplay) << QVariant(CHEMISTRIES);
+    QTest::newRow("2 index") << int(RoleEdit) << QVariant(2);
+    QTest::newRow("3 index as text") << int(RoleFullText) << QVariant("2");
+    QTest::newRow("5 name") << int(RoleName) << QVariant("Chemistry");
+    QTest::newRow("8 minimum") << int(RoleMinimum) << QVariant(0);
+    QTest::newRow("9 maximum") << int(RoleMaximum) << QVariant(3);
+    QTest::newRow("11 note") << int(RoleNote) << QVariant("sets the cell voltages");
+    QTest::newRow("13 raw") << int(RoleRaw) << QVariant(2);
+    QTest::newRow("14 tool tip") << int(RoleToolTip) << QVariant("Battery chemistry");
+    QTest::newRow("10 not answered") << int(RolePrecision) << QVariant();
+    QTest::newRow("12 not answered") << int(RoleStatus) << QVariant();
+}
+
+void TestListSetting::dataRoles() {
+    QFETCH(int, role);
+    QFETCH(QVariant, expected);
+    FakeSettingHost host;
+    addLists(host);
+    Setting* s = host.build(QStringLiteral("Chem1"), QString::fromLatin1(LIST), hexBytes("02"));
+    QVERIFY(s);
+    QVERIFY(s->finishSetup());
+    const QVariant actual = s->getData(static_cast<DataRole>(role));
+    QCOMPARE(actual.isValid(), expected.isValid());
+    if (expected.isValid()) {
+        QCOMPARE(actual, expected);
+    }
+}
+
+QTEST_GUILESS_MAIN(TestListSetting)
+#include "tst_listsetting.moc"
