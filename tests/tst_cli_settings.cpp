@@ -1,0 +1,383 @@
+// kxsetup-cli get, dump and diff on the sample data, the version of a file from the
+// catalogue or from --layout, and the exit codes of the settings commands.
+#include "support/CliRunner.h"
+#include "support/SampleData.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace sampledata;
+using testsupport::CliResult;
+using testsupport::jsonOf;
+using testsupport::runCli;
+
+namespace {
+
+QString firmware(const QString& fw) {
+    for (const Generation& g : generations()) {
+        if (g.fw == fw) {
+            return firmwarePath(g);
+        }
+    }
+    return QString();
+}
+
+CliResult cli(const QStringList& args) {
+    return runCli(QStringList{QStringLiteral("-C"), runtimeDir()} + args);
+}
+
+QJsonObject settingOf(const QJsonObject& dump, const QString& code) {
+    for (const QJsonValue& v : dump.value(QStringLiteral("settings")).toArray()) {
+        if (v.toObject().value(QStringLiteral("code")).toString() == code) {
+            return v.toObject();
+        }
+    }
+    return QJsonObject();
+}
+
+QStringList codesOf(const QJsonArray& list, const QString& key) {
+    QStringList codes;
+    for (const QJsonValue& v : list) {
+        codes << v.toObject().value(key).toString();
+    }
+    return codes;
+}
+
+// An Intel HEX line of the firmware-version metadata record.
+QByteArray fwRecord(const QByteArray& text) {
+    QByteArray bytes;
+    bytes.append(static_cast<char>(text.size()));
+    bytes.append('\0');
+    bytes.append('\0');
+    bytes.append(static_cast<char>(0xC0));
+    bytes.append(text);
+    quint8 sum = 0;
+    for (char c : bytes) {
+        sum = static_cast<quint8>(sum + static_cast<quint8>(c));
+    }
+    bytes.append(static_cast<char>(static_cast<quint8>(-sum)));
+    return ':' + bytes.toHex().toUpper() + "\r\n";
+}
+
+// A copy of a firmware file whose firmware version reads fwText (no record when empty).
+QString withFirmwareVersion(const QString& source, const QString& dir, const QByteArray& fwText) {
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly)) {
+        return QString();
+    }
+    QByteArray text = fwText.isEmpty() ? QByteArray() : fwRecord(fwText);
+    for (const QByteArray& line : in.readAll().split('\n')) {
+        const QByteArray record = line.trimmed();
+        if (!record.isEmpty() && record.mid(7, 2) != "C0") {
+            text += record + "\r\n";
+        }
+    }
+    const QString path = dir + QStringLiteral("/renamed.hex");
+    QFile out(path);
+    return out.open(QIODevice::WriteOnly) && out.write(text) == text.size() ? path : QString();
+}
+
+} // namespace
+
+class TestCliSettings : public QObject {
+    Q_OBJECT
+private slots:
+    void getPrintsEditValues_data();
+    void getPrintsEditValues();
+    void dumpJsonDescribesEveryKind();
+    void dumpPlainGroupsByCategory();
+    void diffOfTwoVersions_data();
+    void diffOfTwoVersions();
+    void diffShowsEditedBits();
+    void versionFromLayout();
+    void exitCodes_data();
+    void exitCodes();
+};
+
+void TestCliSettings::getPrintsEditValues_data() {
+    QTest::addColumn<QString>("fw");
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<QStringList>("values");
+    QTest::newRow("numbers by code name")
+        << "3.10" << QStringList{"CellCntA", "BattCapA", "Profiles"}
+        << QStringList{"13", "17.5", "3"};
+    QTest::newRow("by help identifier, second battery")
+        << "v306" << QStringList{"CellCnt@30001.B", "LVC@30001.B"} << QStringList{"16", "44.8"};
+    QTest::newRow("renamed setting by help identifier")
+        << "4.01" << QStringList{"WheelCirc@30002", "WheelSize"} << QStringList{"2150", "2150"};
+    QTest::newRow("list index") << "3.20" << QStringList{"CellChemA", "SocModeB"}
+                                << QStringList{"3", "2"};
+    QTest::newRow("bits by index and by help identifier")
+        << "3.12" << QStringList{"FeatFlags[0]", "FeatFlags[3]", "Walk@30008", "FeatFlags[11]"}
+        << QStringList{"1", "0", "1", "1"};
+    QTest::newRow("whole bit field and check box group")
+        << "3.10" << QStringList{"FeatFlags", "Screens", "Screens[6]"}
+        << QStringList{"4919", "4031", "0"};
+    QTest::newRow("signed, hidden and disabled")
+        << "4.01" << QStringList{"TempOffset", "RShunt", "SerialNo"}
+        << QStringList{"0", "1", "20250117"};
+    QTest::newRow("shown texts") << "3.12" << QStringList{"--display",  "LVCA",    "CellChemA",
+                                                          "Screens[6]", "MaxSpd1", "BtnFlags[2]"}
+                                 << QStringList{"39.00 V", "Li-ion", "Off", "32.0 km/h", "Beep"};
+}
+
+void TestCliSettings::getPrintsEditValues() {
+    QFETCH(QString, fw);
+    QFETCH(QStringList, names);
+    QFETCH(QStringList, values);
+    const CliResult run = cli(QStringList{QStringLiteral("get"), firmware(fw)} + names);
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(run.err.isEmpty(), qPrintable(run.err));
+    QCOMPARE(run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts), values);
+}
+
+void TestCliSettings::dumpJsonDescribesEveryKind() {
+    const CliResult run =
+        cli({QStringLiteral("dump"), firmware(QStringLiteral("3.10")), QStringLiteral("--json")});
+    QCOMPARE(run.exitCode, 0);
+    const QJsonObject dump = jsonOf(run);
+    QCOMPARE(dump.value(QStringLiteral("enq")).toString(), QStringLiteral("3.10"));
+
+    const QJsonObject count = settingOf(dump, QStringLiteral("CellCntB"));
+    QCOMPARE(count.value(QStringLiteral("type")).toString(), QStringLiteral("num"));
+    QCOMPARE(count.value(QStringLiteral("base")).toString(), QStringLiteral("CellCnt"));
+    QCOMPARE(count.value(QStringLiteral("category")).toString(), QStringLiteral("Batt"));
+    QCOMPARE(count.value(QStringLiteral("preset")).toInt(), 1);
+    QCOMPARE(count.value(QStringLiteral("wsi")).toString(), QStringLiteral("CellCnt@30001.B"));
+    QCOMPARE(count.value(QStringLiteral("name")).toString(), QStringLiteral("Cell count"));
+    QCOMPARE(count.value(QStringLiteral("raw")).toInt(), 16);
+    QCOMPARE(count.value(QStringLiteral("value")).toDouble(), 16.0);
+    QCOMPARE(count.value(QStringLiteral("display")).toString(), QStringLiteral("16 cells"));
+    QCOMPARE(count.value(QStringLiteral("min")).toDouble(), 1.0);
+    QCOMPARE(count.value(QStringLiteral("max")).toDouble(), 36.0);
+    QCOMPARE(count.value(QStringLiteral("units")).toString(), QStringLiteral("cells"));
+    QVERIFY(count.value(QStringLiteral("enabled")).toBool());
+    QVERIFY(!count.value(QStringLiteral("hidden")).toBool());
+
+    // The cutoff's range follows the cell count (16 cells: 2.50 to 4.20 V each).
+    const QJsonObject cutoff = settingOf(dump, QStringLiteral("LVCB"));
+    QCOMPARE(cutoff.value(QStringLiteral("min")).toDouble(), 40.0);
+    QCOMPARE(cutoff.value(QStringLiteral("max")).toDouble(), 67.2);
+    QCOMPARE(cutoff.value(QStringLiteral("raw")).toInt(), 4480);
+
+    const QJsonObject list = settingOf(dump, QStringLiteral("CellChemB"));
+    QCOMPARE(list.value(QStringLiteral("value")).toInt(), 5);
+    QCOMPARE(list.value(QStringLiteral("display")).toString(), QStringLiteral("LiFe"));
+    QCOMPARE(list.value(QStringLiteral("options")).toArray().size(), 8);
+    QCOMPARE(list.value(QStringLiteral("max")).toDouble(), 7.0);
+    QVERIFY(!list.contains(QStringLiteral("units")));
+
+    const QJsonObject bits = settingOf(dump, QStringLiteral("FeatFlags"));
+    QCOMPARE(bits.value(QStringLiteral("type")).toString(), QStringLiteral("bool"));
+    QCOMPARE(bits.value(QStringLiteral("value")).toInt(), 0x1337);
+    QVERIFY(!bits.contains(QStringLiteral("wsi")));
+    const QJsonArray labels = bits.value(QStringLiteral("bits")).toArray();
+    QCOMPARE(labels.size(), 14);
+    QCOMPARE(labels.at(11).toObject().value(QStringLiteral("label")).toString(),
+             QStringLiteral("Limp mode"));
+    QVERIFY(labels.at(11).toObject().value(QStringLiteral("value")).toBool()); // inverted
+    QVERIFY(!labels.at(3).toObject().value(QStringLiteral("value")).toBool());
+
+    const QJsonObject boxes = settingOf(dump, QStringLiteral("Screens"));
+    QCOMPARE(boxes.value(QStringLiteral("type")).toString(), QStringLiteral("checkbool"));
+    QCOMPARE(boxes.value(QStringLiteral("raw")).toInt(), 0xFBF);
+    QCOMPARE(boxes.value(QStringLiteral("display")).toString(), QStringLiteral("Expand"));
+    QCOMPARE(boxes.value(QStringLiteral("bits")).toArray().size(), 13);
+    QVERIFY(!boxes.contains(QStringLiteral("value")));
+
+    QVERIFY(settingOf(dump, QStringLiteral("RShunt")).value(QStringLiteral("hidden")).toBool());
+    QVERIFY(!settingOf(dump, QStringLiteral("SerialNo")).value(QStringLiteral("enabled")).toBool());
+
+    QHash<QString, QJsonObject> categories;
+    for (const QJsonValue& v : dump.value(QStringLiteral("categories")).toArray()) {
+        categories.insert(v.toObject().value(QStringLiteral("label")).toString(), v.toObject());
+    }
+    QCOMPARE(categories.size(), 12);
+    QCOMPARE(categories.value(QStringLiteral("Batt")).value(QStringLiteral("presets")).toInt(), 2);
+    QCOMPARE(categories.value(QStringLiteral("Power")).value(QStringLiteral("presets")).toInt(), 3);
+    QCOMPARE(
+        categories.value(QStringLiteral("Power")).value(QStringLiteral("presetName")).toString(),
+        QStringLiteral("Profiles"));
+    QCOMPARE(categories.value(QStringLiteral("Thr")).value(QStringLiteral("title")).toString(),
+             QStringLiteral("Throttle"));
+}
+
+void TestCliSettings::dumpPlainGroupsByCategory() {
+    const CliResult run = cli({QStringLiteral("dump"), firmware(QStringLiteral("v306"))});
+    QCOMPARE(run.exitCode, 0);
+    const QStringList lines = run.out.split(QLatin1Char('\n'));
+    const int battery = lines.indexOf(QStringLiteral("Battery [Batt], 2 presets (Battery Preset)"));
+    const int speedo = lines.indexOf(QStringLiteral("Speedometer [Speedo]"));
+    QVERIFY2(battery > 0 && speedo > battery, qPrintable(run.out));
+    const int chemistry =
+        lines.indexOf(QRegularExpression(QStringLiteral("^  CellChemB +Cell chemistry +LiFe$")));
+    QVERIFY(chemistry > battery && chemistry < speedo);
+    QVERIFY(
+        run.out.contains(QRegularExpression(QStringLiteral("\n  SerialNo .*\\(disabled\\)\n"))));
+    QVERIFY(
+        run.out.contains(QRegularExpression(QStringLiteral("\n      \\[11\\] Limp mode +On\n"))));
+    QVERIFY(run.out.contains(QStringLiteral("151 settings, 0 problems")));
+}
+
+void TestCliSettings::diffOfTwoVersions_data() {
+    QTest::addColumn<QString>("a");
+    QTest::addColumn<QString>("b");
+    QTest::addColumn<QStringList>("differ");
+    QTest::addColumn<QStringList>("onlyA");
+    QTest::addColumn<QStringList>("onlyB");
+    QTest::newRow("same layout, other defaults")
+        << "3.10"
+        << "3.12" << QStringList{"MaxSpd1", "Backlight"} << QStringList() << QStringList();
+    // WheelCirc and WheelSize share their help identifier and match.
+    QTest::newRow("charge against energy generation")
+        << "3.10"
+        << "4.01" << QStringList() << QStringList{"LifeAhA", "LifeAhB", "Contrast"}
+        << QStringList{"LifeWhA", "LifeWhB", "ScreenAnim"};
+    QTest::newRow("legacy against the next") << "v306"
+                                             << "3.10" << QStringList() << QStringList()
+                                             << QStringList{"SocModeA", "SocModeB", "Language"};
+}
+
+void TestCliSettings::diffOfTwoVersions() {
+    QFETCH(QString, a);
+    QFETCH(QString, b);
+    QFETCH(QStringList, differ);
+    QFETCH(QStringList, onlyA);
+    QFETCH(QStringList, onlyB);
+    const CliResult run =
+        cli({QStringLiteral("diff"), firmware(a), firmware(b), QStringLiteral("--json")});
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(run.err.isEmpty(), qPrintable(run.err));
+    const QJsonObject result = jsonOf(run);
+    QCOMPARE(codesOf(result.value(QStringLiteral("differ")).toArray(), QStringLiteral("a")),
+             differ);
+    QCOMPARE(codesOf(result.value(QStringLiteral("onlyA")).toArray(), QStringLiteral("code")),
+             onlyA);
+    QCOMPARE(codesOf(result.value(QStringLiteral("onlyB")).toArray(), QStringLiteral("code")),
+             onlyB);
+}
+
+void TestCliSettings::diffShowsEditedBits() {
+    QTemporaryDir tmp;
+    QVERIFY(tmp.isValid());
+    const QString edited = tmp.filePath(QStringLiteral("edited.hex"));
+    QCOMPARE(cli({QStringLiteral("set"), firmware(QStringLiteral("3.20")), QStringLiteral("-o"),
+                  edited, QStringLiteral("Screens[6]=1"), QStringLiteral("MaxSpd2=30"),
+                  QStringLiteral("CellChemA=SLA")})
+                 .exitCode,
+             0);
+    const CliResult run = cli({QStringLiteral("diff"), firmware(QStringLiteral("3.20")), edited});
+    QCOMPARE(run.exitCode, 0);
+    const QStringList lines = run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QCOMPARE(lines.mid(2),
+             (QStringList{QStringLiteral("~ CellChemA (CellChem@30001): Li-ion -> SLA"),
+                          QStringLiteral("~ MaxSpd2 (MaxSpd@30003.2): 32.0 km/h -> 30.0 km/h"),
+                          QStringLiteral("~ Screens[6] (Temperature): Off -> On"),
+                          QStringLiteral("3 differ, 0 only in A, 0 only in B")}));
+}
+
+// A file whose firmware version the catalogue does not know opens with an explicit
+// layout; its own metadata names the versions and stays in the saved file.
+void TestCliSettings::versionFromLayout() {
+    QTemporaryDir tmp;
+    QVERIFY(tmp.isValid());
+    const QString file = withFirmwareVersion(firmware(QStringLiteral("3.10")), tmp.path(), "9.99");
+    QVERIFY(!file.isEmpty());
+    CliResult run = cli({QStringLiteral("dump"), file, QStringLiteral("--json")});
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY2(run.err.contains(QLatin1String("\"9.99\" is not in the catalogue")),
+             qPrintable(run.err));
+    QVERIFY(run.err.contains(QLatin1String("--layout")));
+
+    const QString layout = layoutPath(QStringLiteral("KX3-3.10"));
+    run = cli({QStringLiteral("dump"), file, QStringLiteral("--json"), QStringLiteral("--layout"),
+               layout});
+    QCOMPARE(run.exitCode, 0);
+    QCOMPARE(jsonOf(run).value(QStringLiteral("fw")).toString(), QStringLiteral("9.99"));
+    QCOMPARE(jsonOf(run).value(QStringLiteral("problems")).toInt(), 0);
+
+    const QString saved = tmp.filePath(QStringLiteral("saved.hex"));
+    QCOMPARE(cli({QStringLiteral("set"), file, QStringLiteral("--layout"), layout,
+                  QStringLiteral("CellCntA=12"), QStringLiteral("-o"), saved})
+                 .exitCode,
+             0);
+    run = cli({QStringLiteral("get"), saved, QStringLiteral("CellCntA"), QStringLiteral("--layout"),
+               layout});
+    QCOMPARE(run.out, QStringLiteral("12\n"));
+    run = cli({QStringLiteral("dump"), saved, QStringLiteral("--json"), QStringLiteral("--layout"),
+               layout});
+    QCOMPARE(jsonOf(run).value(QStringLiteral("fw")).toString(), QStringLiteral("9.99"));
+    QCOMPARE(jsonOf(run).value(QStringLiteral("kxs")).toString(), QStringLiteral("KX3-3.10"));
+
+    const QString nameless = withFirmwareVersion(firmware(QStringLiteral("3.10")), tmp.path(), "");
+    run = cli({QStringLiteral("get"), nameless, QStringLiteral("CellCntA")});
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY2(run.err.contains(QLatin1String("names no firmware version")), qPrintable(run.err));
+}
+
+void TestCliSettings::exitCodes_data() {
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("stream"); // "out" or "err": where the message goes
+    QTest::addColumn<QString>("text");
+    const QString fw = firmware(QStringLiteral("3.10"));
+    const QString missing = runtimeDir() + QStringLiteral("/no-such.hex");
+    const QString notHex = runtimeDir() + QStringLiteral("/data/device.txt");
+    QTest::newRow("dump without file") << QStringList{"dump"} << 1 << "err"
+                                       << "usage:";
+    QTest::newRow("dump two files") << QStringList{"dump", fw, fw} << 1 << "err"
+                                    << "one file";
+    QTest::newRow("get without name") << QStringList{"get", fw} << 1 << "err"
+                                      << "at least one name";
+    QTest::newRow("set without assignment") << QStringList{"set", fw} << 1 << "err"
+                                            << "NAME=VALUE";
+    QTest::newRow("set with a bare name") << QStringList{"set", fw, "CellCntA"} << 1 << "err"
+                                          << "expected NAME=VALUE, got \"CellCntA\"";
+    QTest::newRow("set -o without file") << QStringList{"set", fw, "CellCntA=3", "-o"} << 1 << "err"
+                                         << "-o needs a value";
+    QTest::newRow("set --from missing") << QStringList{"set", fw, "--from", missing} << 2 << "err"
+                                        << "cannot read";
+    QTest::newRow("diff one file") << QStringList{"diff", fw} << 1 << "err"
+                                   << "two files";
+    QTest::newRow("dump missing file") << QStringList{"dump", missing} << 2 << "err"
+                                       << "no such file";
+    QTest::newRow("get from no image") << QStringList{"get", notHex, "X"} << 2 << "err"
+                                       << "names no firmware version";
+    QTest::newRow("dump no image with a layout")
+        << QStringList{"dump", notHex, "--layout", layoutPath(QStringLiteral("KX3-3.10"))} << 2
+        << "err"
+        << "not a setup file";
+    QTest::newRow("dump with a missing layout")
+        << QStringList{"dump", fw, "--layout", missing} << 2 << "err"
+        << "no layout file";
+    QTest::newRow("diff with missing file") << QStringList{"diff", fw, missing} << 2 << "err"
+                                            << "no such file";
+    QTest::newRow("get unknown name") << QStringList{"get", fw, "CellCntA", "Nope"} << 2 << "err"
+                                      << "no setting \"Nope\"";
+    QTest::newRow("get bit past the labels") << QStringList{"get", fw, "Screens[13]"} << 2 << "err"
+                                             << "Screens has bits 0 to 12, not 13";
+    for (const char* command : {"dump", "get", "set", "diff"}) {
+        QTest::newRow(qPrintable(QStringLiteral("%1 --help").arg(QLatin1String(command))))
+            << QStringList{QString::fromLatin1(command), "--help"} << 0 << "out"
+            << QStringLiteral("usage: kxsetup-cli [-C DIR] %1").arg(QLatin1String(command));
+    }
+}
+
+void TestCliSettings::exitCodes() {
+    QFETCH(QStringList, args);
+    QFETCH(int, exitCode);
+    QFETCH(QString, stream);
+    QFETCH(QString, text);
+    const CliResult run = cli(args);
+    QCOMPARE(run.exitCode, exitCode);
+    const QString& shown = stream == QLatin1String("out") ? run.out : run.err;
+    QVERIFY2(shown.contains(text), qPrintable(run.out + run.err));
+    if (exitCode != 0) {
+        QVERIFY(run.out.isEmpty());
+    }
+}
+
+QTEST_GUILESS_MAIN(TestCliSettings)
+#include "tst_cli_settings.moc"
