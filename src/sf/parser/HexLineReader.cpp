@@ -62,7 +62,11 @@ bool HexLineReader::ensure(qint64 count) {
     }
     m_pos = 0;
     m_end = tail;
-    const qint64 wanted = std::max(count, m_chunkSize);
+    qint64 wanted = std::max(count, m_chunkSize);
+    if (!m_device->isSequential()) {
+        // Small files and buffers need no full chunk.
+        wanted = std::max(count, std::min(wanted, tail + m_device->bytesAvailable()));
+    }
     if (m_buffer.size() < wanted) {
         m_buffer.resize(static_cast<qsizetype>(wanted));
     }
