@@ -150,6 +150,8 @@ void TestInterpreter::tokenize_data() {
                                                  << "s:x , @Cell [ @x ] $";
     QTest::newRow("expression index stays apart") << "x, Cell[1+1]"
                                                   << "s:x , @Cell [ 1 + 1 ] $";
+    QTest::newRow("second index stays apart") << "x, Cell[3][4]"
+                                              << "s:x , @Cell[3] [ 4 ] $";
     QTest::newRow("index after number stays apart") << "x, 5[3]"
                                                     << "s:x , 5 [ 3 ] $";
     QTest::newRow("kind word never changed") << "Cell[3], a"

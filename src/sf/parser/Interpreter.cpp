@@ -299,11 +299,14 @@ bool Interpreter::preprocessTokenList(TokenList* tokens) {
             tokens->removeAt(i + 1);
             continue;
         }
-        if (t.getType() == String && !isQuoted(t.getPayload())) {
-            t.setType(Dependent);
+        if (t.getType() != String || isQuoted(t.getPayload())) {
+            continue;
         }
-        if (t.getType() == Dependent && i + 3 < tokens->size() &&
-            tokens->at(i + 1).getType() == LBracket &&
+        // An unquoted word names another setting. Name [ number ] is one reference
+        // (only once: in Name[1][2] the second index stays apart, and tidying the list
+        // again changes nothing).
+        t.setType(Dependent);
+        if (i + 3 < tokens->size() && tokens->at(i + 1).getType() == LBracket &&
             (tokens->at(i + 2).getType() == Numeric ||
              tokens->at(i + 2).getType() == Hexadecimal) &&
             tokens->at(i + 3).getType() == RBracket) {
