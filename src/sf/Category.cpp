@@ -49,7 +49,7 @@ int Category::getPresetSize(int preset) const {
     // Every column has a cell of the row's size in every row, so each column is as long
     // as the grid (isAligned checks this).
     ensureCache();
-    return m_cache.size;
+    return m_cache.spans.total();
 }
 
 int Category::getPreset(const CategoryIndex* cell) const {
@@ -63,7 +63,7 @@ int Category::getPreset(const CategoryIndex* cell) const {
 
 int Category::getSize() const {
     ensureCache();
-    return m_cache.size;
+    return m_cache.spans.total();
 }
 
 void Category::setHiddenVisible(bool visible) {
@@ -202,13 +202,12 @@ CategoryIndex* Category::getAt(int row, int column, int* line) const {
     if (row < 0 || column < 0 || column >= m_heads.size())
         return nullptr;
     ensureCache();
-    if (row >= m_cache.size)
+    const int literal = m_cache.spans.rowAt(row);
+    if (literal < 0)
         return nullptr;
-    const auto next = std::upper_bound(m_cache.shownStart.begin(), m_cache.shownStart.end(), row);
-    const auto shown = static_cast<std::size_t>(next - m_cache.shownStart.begin()) - 1;
     if (line)
-        *line = row - m_cache.shownStart[shown];
-    return cellInRow(m_cache.heads[static_cast<std::size_t>(m_cache.shownRows[shown])], column);
+        *line = row - m_cache.spans.offset(literal);
+    return cellInRow(m_cache.heads[static_cast<std::size_t>(literal)], column);
 }
 
 CategoryIndex* Category::getAtLiteral(int row, int column) const {
@@ -235,7 +234,8 @@ int Category::getIndexLiteral(const CategoryIndex* cell) const {
 int Category::getIndexVirtual(const CategoryIndex* cell) const {
     if (!owns(cell))
         return -1;
-    return m_cache.virtualRow[static_cast<std::size_t>(cell->m_cachedRow)];
+    const int row = cell->m_cachedRow;
+    return m_cache.spans.span(row) > 0 ? m_cache.spans.offset(row) : -1;
 }
 
 CategoryIndex* Category::getLast(int column) const {
@@ -394,7 +394,7 @@ bool Category::isAligned() const {
         int size = 0;
         for (CategoryIndex* head = m_heads.first(); head; head = head->m_next)
             size += rowIsShown(head) ? head->m_size : 0;
-        if (size != m_cache.size)
+        if (size != m_cache.spans.total())
             return false;
     }
     return true;
@@ -403,7 +403,7 @@ bool Category::isAligned() const {
 int Category::updateSize() {
     invalidate();
     ensureCache();
-    return m_cache.size;
+    return m_cache.spans.total();
 }
 
 bool Category::abortInsertIndex(CategoryIndex* cell) {
@@ -455,15 +455,14 @@ bool Category::setRowExpanded(CategoryIndex* cell, bool expanded) {
     if (head->m_expanded == expanded)
         return false;
     ensureCache();
-    const int row = m_cache.virtualRow[static_cast<std::size_t>(head->m_cachedRow)];
+    const int row = getIndexVirtual(head);
     const int oldSize = head->m_size;
     const int newSize = desiredRowSize(head, expanded);
     const bool announce = row >= 0 && newSize != oldSize;
     if (announce)
         emit settingAboutToBeExpanded(row, oldSize, newSize);
     setRowShape(head, newSize, expanded);
-    if (newSize != oldSize)
-        invalidate();
+    cacheRowSpan(head);
     if (announce)
         emit settingExpanded(oldSize, newSize);
     return true;
@@ -563,9 +562,10 @@ void Category::normalizeRow(CategoryIndex* head) {
 void Category::ensureCache() const {
     if (m_cache.valid)
         return;
-    m_cache = RowCache();
+    m_cache.heads.clear();
     m_cache.heads.reserve(static_cast<std::size_t>(m_rowCount));
-    m_cache.virtualRow.reserve(static_cast<std::size_t>(m_rowCount));
+    m_cache.spans.clear();
+    m_cache.spans.reserve(m_rowCount);
     m_cache.valid = true;
     for (CategoryIndex* head = m_heads.isEmpty() ? nullptr : m_heads.first(); head;
          head = head->m_next)
@@ -579,14 +579,12 @@ void Category::cacheAppendedRow(CategoryIndex* head) const {
     for (CategoryIndex* cell = head; cell; cell = cell->m_right)
         cell->m_cachedRow = row;
     m_cache.heads.push_back(head);
-    if (rowIsShown(head)) {
-        m_cache.virtualRow.push_back(m_cache.size);
-        m_cache.shownRows.push_back(row);
-        m_cache.shownStart.push_back(m_cache.size);
-        m_cache.size += head->m_size;
-    } else {
-        m_cache.virtualRow.push_back(-1);
-    }
+    m_cache.spans.append(rowIsShown(head) ? head->m_size : 0);
+}
+
+void Category::cacheRowSpan(CategoryIndex* head) {
+    if (m_cache.valid)
+        m_cache.spans.set(head->m_cachedRow, rowIsShown(head) ? head->m_size : 0);
 }
 
 // --- Structure --------------------------------------------------------------------------
@@ -832,13 +830,10 @@ bool Category::placeInRow(CategoryIndex* cell, CategoryIndex* head, int column) 
     CategoryIndex* target = cellInRow(head, column);
     if (!target || !target->isFiller())
         return false;
-    const bool wasShown = rowIsShown(head);
-    const int oldSize = head->m_size;
     replaceCell(target, cell);
     head = rowHead(cell);
     normalizeRow(head);
-    if (head->m_size != oldSize || rowIsShown(head) != wasShown)
-        invalidate();
+    cacheRowSpan(head); // the row may have grown, or been shown by a setting that is not hidden
     return true;
 }
 

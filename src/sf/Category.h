@@ -8,6 +8,8 @@
 #include <QString>
 #include <QVector>
 
+#include "sf/RowSpans.h"
+
 #include <vector>
 
 namespace sf {
@@ -155,13 +157,12 @@ signals:
 private:
     using RowKey = QPair<QString, int>;
 
+    // Literal rows and their shown heights (0 for rows that are not shown), rebuilt after
+    // structural changes and kept up to date through folding and appends.
     struct RowCache {
         bool valid = false;
-        std::vector<CategoryIndex*> heads; // literal row -> cell in column 0
-        std::vector<int> virtualRow;       // literal row -> first virtual row, -1 if hidden
-        std::vector<int> shownRows;        // literal rows that are shown, in order
-        std::vector<int> shownStart;       // first virtual row of each shown row
-        int size = 0;
+        std::vector<CategoryIndex*> heads; // literal row -> its cell in column 0
+        RowSpans spans;
     };
 
     bool owns(const CategoryIndex* cell) const;
@@ -179,6 +180,7 @@ private:
     void ensureCache() const;
     void invalidate() { m_cache.valid = false; }
     void cacheAppendedRow(CategoryIndex* head) const;
+    void cacheRowSpan(CategoryIndex* head);
 
     bool ensureColumns(int column);
     void addColumn();
