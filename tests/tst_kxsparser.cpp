@@ -57,7 +57,6 @@ private slots:
     void version();
     void roundTrip_data();
     void roundTrip();
-    void listsEveryEntryInOrder();
     void nameMatching_data();
     void nameMatching();
     void typeSelection_data();
@@ -279,32 +278,6 @@ void TestKxsParser::roundTrip() {
     QVERIFY(p.getNext(&e, &d, static_cast<quint8>(type)));
     QCOMPARE(kxs::entryName(e), name);
     QCOMPARE(blockOf(e, d), block);
-}
-
-void TestKxsParser::listsEveryEntryInOrder() {
-    KxsWriter w;
-    QVERIFY(w.addSetting(QStringLiteral("S1"), 0x10, 2, QStringLiteral("num, a")));
-    QVERIFY(w.addCategory(QStringLiteral("C"), QStringLiteral("Title"), QString()));
-    QVERIFY(w.addInteger(QStringLiteral("I"), 0x1122334455667788ull, 8));
-    QVERIFY(w.addRaw(0, QStringLiteral("Any"), QByteArray("zz")));
-    QVERIFY(w.addString(QStringLiteral("T"), QStringLiteral("text")));
-    KxsParser p;
-    QVERIFY(p.openKxsData(w.toBytes()));
-    QStringList seen;
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    while (p.getNextListed(&e, &d)) {
-        QVERIFY(d);
-        seen << QStringLiteral("%1:%2:%3")
-                    .arg(kxs::entryType(e))
-                    .arg(kxs::entryName(e))
-                    .arg(QString::fromLatin1(blockOf(e, d).toHex()));
-    }
-    QVERIFY(p.atEndOfNames());
-    QCOMPARE(seen, QStringList({QStringLiteral("1:S1:10000000020000006e756d2c2061"),
-                                QStringLiteral("4:C:05005469746c65"),
-                                QStringLiteral("2:I:8877665544332211"),
-                                QStringLiteral("0:Any:7a7a"), QStringLiteral("3:T:74657874")}));
 }
 
 void TestKxsParser::nameMatching_data() {
