@@ -87,6 +87,8 @@ private slots:
     void getPrintsEditValues_data();
     void getPrintsEditValues();
     void dumpJsonDescribesEveryKind();
+    void presetCounterEnablesProfiles_data();
+    void presetCounterEnablesProfiles();
     void dumpPlainGroupsByCategory();
     void diffOfTwoVersions_data();
     void diffOfTwoVersions();
@@ -202,6 +204,40 @@ void TestCliSettings::dumpJsonDescribesEveryKind() {
         QStringLiteral("Profiles"));
     QCOMPARE(categories.value(QStringLiteral("Thr")).value(QStringLiteral("title")).toString(),
              QStringLiteral("Throttle"));
+    QVERIFY(!categories.value(QStringLiteral("Batt")).contains(QStringLiteral("counter")));
+}
+
+void TestCliSettings::presetCounterEnablesProfiles_data() {
+    QTest::addColumn<QString>("profiles");
+    QTest::addColumn<int>("enabled");
+    QTest::newRow("one") << "1" << 1;
+    QTest::newRow("two") << "2" << 2;
+    QTest::newRow("three") << "3" << 3;
+}
+
+// The Power category's preset name is the code name of its counter, which stores the
+// profiles in use minus one.
+void TestCliSettings::presetCounterEnablesProfiles() {
+    QFETCH(QString, profiles);
+    QFETCH(int, enabled);
+    QTemporaryDir tmp;
+    QVERIFY(tmp.isValid());
+    const QString file = tmp.filePath(QStringLiteral("profiles.hex"));
+    QCOMPARE(cli({QStringLiteral("set"), firmware(QStringLiteral("4.01")), QStringLiteral("-o"),
+                  file, QStringLiteral("Profiles=") + profiles})
+                 .exitCode,
+             0);
+    const QJsonObject dump = jsonOf(cli({QStringLiteral("dump"), file, QStringLiteral("--json")}));
+    QJsonObject power;
+    for (const QJsonValue& v : dump.value(QStringLiteral("categories")).toArray()) {
+        if (v.toObject().value(QStringLiteral("label")).toString() == QLatin1String("Power")) {
+            power = v.toObject();
+        }
+    }
+    QCOMPARE(power.value(QStringLiteral("counter")).toString(), QStringLiteral("Profiles"));
+    QCOMPARE(power.value(QStringLiteral("enabledPresets")).toInt(), enabled);
+    QCOMPARE(settingOf(dump, QStringLiteral("Profiles")).value(QStringLiteral("raw")).toInt(),
+             enabled - 1);
 }
 
 void TestCliSettings::dumpPlainGroupsByCategory() {

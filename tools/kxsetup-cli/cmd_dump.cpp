@@ -102,13 +102,21 @@ void printJson(cli::Context& ctx, cli::SettingsSession& session) {
     root.insert(QStringLiteral("enq"), manager.getEnqString());
     root.insert(QStringLiteral("problems"), session.problems());
     QJsonArray categories;
-    for (const sf::Category* c : manager.getCategories()) {
+    for (sf::Category* c : manager.getCategories()) {
         QJsonObject o;
         o.insert(QStringLiteral("label"), c->getLabel());
         o.insert(QStringLiteral("title"), c->getName());
         o.insert(QStringLiteral("presetName"), c->getPresetName());
         o.insert(QStringLiteral("presets"), c->numberOfPresets());
         o.insert(QStringLiteral("rows"), c->getSize());
+        if (const sf::Setting* counter = c->getPresetCount()) {
+            int enabled = 0;
+            for (int p = 0; p < c->numberOfPresets(); ++p) {
+                enabled += c->isPresetEnabled(p) ? 1 : 0;
+            }
+            o.insert(QStringLiteral("counter"), counter->getCodeName());
+            o.insert(QStringLiteral("enabledPresets"), enabled);
+        }
         categories.append(o);
     }
     root.insert(QStringLiteral("categories"), categories);
