@@ -4,6 +4,7 @@
 
 #include "app/Constants.h"
 #include "sf/Category.h"
+#include "sf/ImageReader.h"
 #include "sf/LayoutScan.h"
 #include "sf/RawSetting.h"
 #include "sf/Setting.h"
@@ -108,6 +109,13 @@ int SettingManager::loadCore(const util::VersionContainer& version, const QByteA
         addCategory(category);
     }
 
+    const int entries = state.scan.settingEntries();
+    m_rawSettings.reserve(entries);
+    m_rawByName.reserve(entries);
+    m_settings.reserve(entries);
+    m_byName.reserve(entries);
+    state.tokens.reserve(static_cast<size_t>(entries));
+
     int problems = readSettingEntries(image, state);
     problems += buildSettings(state);
 
@@ -119,6 +127,7 @@ int SettingManager::loadCore(const util::VersionContainer& version, const QByteA
 }
 
 int SettingManager::readSettingEntries(parser::HexParser& image, LoadState& state) {
+    const ImageReader reader(image);
     int problems = 0;
     while (m_interpreter->hasNextSetting()) {
         auto tokens = std::make_unique<parser::TokenList>();
@@ -136,7 +145,7 @@ int SettingManager::readSettingEntries(parser::HexParser& image, LoadState& stat
         const qint32 size = raw->getSizeBytes();
         if (size > 0) {
             const std::optional<QByteArray> bytes =
-                image.readData(static_cast<quint32>(raw->getAddress()), static_cast<quint32>(size));
+                reader.read(static_cast<quint32>(raw->getAddress()), static_cast<quint32>(size));
             if (bytes && bytes->size() == size) {
                 raw->setData(bytes->constData());
             } else {
