@@ -29,8 +29,7 @@ Category::Category(const QString& name, const QString& label, const QString& pre
 }
 
 Category::~Category() {
-    m_firstCell.clear();
-    m_cellCount.clear();
+    m_cells.clear();
     m_rowsByKey.clear();
     m_settings.clear();
     for (CategoryIndex* head : std::as_const(m_heads))
@@ -138,15 +137,29 @@ bool Category::appendSetting(Setting* setting, int forcedSubIndex) {
 }
 
 bool Category::contains(const Setting* setting) const {
-    return setting && m_cellCount.contains(setting);
+    return setting && m_cells.contains(setting);
 }
 
 bool Category::contains(const QString& codeName) const {
+    ensureCodeNames();
     return m_byCodeName.contains(codeName);
 }
 
 Setting* Category::findSetting(const QString& codeName) const {
+    ensureCodeNames();
     return m_byCodeName.value(codeName, nullptr);
+}
+
+void Category::ensureCodeNames() const {
+    if (m_codeNamesValid)
+        return;
+    m_byCodeName.clear();
+    m_byCodeName.reserve(m_settings.size());
+    for (Setting* setting : m_settings) {
+        if (!m_byCodeName.contains(setting->getCodeName()))
+            m_byCodeName.insert(setting->getCodeName(), setting);
+    }
+    m_codeNamesValid = true;
 }
 
 Setting* Category::findSettingByWsi(const QString& wsi) const {
@@ -174,7 +187,8 @@ Setting* Category::findSettingByWsi(const QString& wsi) const {
 }
 
 CategoryIndex* Category::findIndex(const Setting* setting) const {
-    return m_firstCell.value(setting, nullptr);
+    const auto cells = m_cells.constFind(setting);
+    return cells == m_cells.constEnd() ? nullptr : cells->first;
 }
 
 CategoryPosition Category::indexOf(const QString& codeName) const {
@@ -730,20 +744,16 @@ void Category::registerCell(CategoryIndex* cell) {
     if (!setting)
         return;
     m_placed.insert(placement(setting, cell->m_forcedSubIndex));
-    auto count = m_cellCount.find(setting);
-    if (count != m_cellCount.end()) {
-        ++*count;
+    Cells& cells = m_cells[setting];
+    if (cells.count++ > 0)
         return;
-    }
-    m_cellCount.insert(setting, 1);
+    cells.first = cell;
     m_settings.append(setting);
-    m_firstCell.insert(setting, cell);
     setting->setCategory(m_label);
     if (setting->isHidden())
         m_hidden.insert(setting);
-    const QString codeName = setting->getCodeName();
-    if (!m_byCodeName.contains(codeName))
-        m_byCodeName.insert(codeName, setting);
+    if (m_codeNamesValid && !m_byCodeName.contains(setting->getCodeName()))
+        m_byCodeName.insert(setting->getCodeName(), setting);
     if (m_wsiValid) {
         const auto* withWsi = dynamic_cast<const WSISetting*>(setting);
         if (withWsi && !withWsi->getWsi().isEmpty() && !m_byWsi.contains(withWsi->getWsi()))
@@ -792,11 +802,11 @@ void Category::forgetCell(CategoryIndex* cell, bool keepRow) {
         }
     }
 
-    auto count = m_cellCount.find(setting);
-    if (count == m_cellCount.end())
+    auto cells = m_cells.find(setting);
+    if (cells == m_cells.end())
         return;
-    if (--*count > 0) {
-        if (m_firstCell.value(setting) == cell) {
+    if (--cells->count > 0) {
+        if (cells->first == cell) {
             // Another cell shows the same setting (another sub-index): it becomes the first.
             CategoryIndex* other = nullptr;
             for (CategoryIndex* head : std::as_const(m_heads)) {
@@ -805,24 +815,14 @@ void Category::forgetCell(CategoryIndex* cell, bool keepRow) {
                         other = member;
                 }
             }
-            m_firstCell.insert(setting, other);
+            cells->first = other;
         }
         return;
     }
-    m_cellCount.erase(count);
-    m_firstCell.remove(setting);
+    m_cells.erase(cells);
     m_hidden.remove(setting);
     m_settings.removeOne(setting);
-    const QString codeName = setting->getCodeName();
-    if (m_byCodeName.value(codeName) == setting) {
-        m_byCodeName.remove(codeName);
-        for (Setting* other : std::as_const(m_settings)) {
-            if (other->getCodeName() == codeName) {
-                m_byCodeName.insert(codeName, other);
-                break;
-            }
-        }
-    }
+    m_codeNamesValid = false;
     m_wsiValid = false;
 }
 

@@ -197,6 +197,7 @@ private:
     bool placeInRow(CategoryIndex* cell, CategoryIndex* head, int column);
     void placeInNewRow(CategoryIndex* cell, int column, CategoryIndex* beforeHead);
     bool setRowExpanded(CategoryIndex* cell, bool expanded);
+    void ensureCodeNames() const;
 
     QString m_name;
     QString m_label;
@@ -209,14 +210,20 @@ private:
     bool m_hiddenVisible = false;
     int m_rowCount = 0;
 
-    QHash<const Setting*, CategoryIndex*> m_firstCell;
-    QHash<const Setting*, int> m_cellCount;
+    // Per setting: its first cell and how many cells show it.
+    struct Cells {
+        CategoryIndex* first = nullptr;
+        int count = 0;
+    };
+    QHash<const Setting*, Cells> m_cells;
     QSet<const Setting*> m_hidden;
     QSet<QPair<const Setting*, int>> m_placed;
-    QHash<QString, Setting*> m_byCodeName;
     QHash<RowKey, QVector<CategoryIndex*>> m_rowsByKey;
 
     mutable RowCache m_cache;
+    // Lookup tables built on first use (first setting added wins).
+    mutable QHash<QString, Setting*> m_byCodeName;
+    mutable bool m_codeNamesValid = false;
     mutable QHash<QString, Setting*> m_byWsi;
     mutable bool m_wsiValid = false;
 };
