@@ -9,8 +9,6 @@
 using namespace sf::parser;
 using detail::MathOp;
 
-Q_DECLARE_METATYPE(sf::parser::TokenType)
-
 namespace {
 
 // Recognition as the pattern table states it: the first kind whose pattern matches the

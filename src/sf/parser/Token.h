@@ -2,6 +2,7 @@
 
 #include <QChar>
 #include <QList>
+#include <QMetaType>
 #include <QRegularExpression>
 #include <QString>
 
@@ -117,3 +118,7 @@ private:
 using TokenList = QList<Token>;
 
 } // namespace sf::parser
+
+// Tokens, token lists (QList<Token>) and kinds can travel in QVariant and test tables.
+Q_DECLARE_METATYPE(sf::parser::Token)
+Q_DECLARE_METATYPE(sf::parser::TokenType)
