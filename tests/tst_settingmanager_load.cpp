@@ -6,9 +6,11 @@
 
 #include "kxs/compiler/KxsWriter.h"
 #include "sf/Category.h"
+#include "sf/ImageReader.h"
 #include "sf/RawSetting.h"
 #include "sf/Setting.h"
 #include "sf/SettingManager.h"
+#include "sf/parser/HexParser.h"
 
 #include <QDir>
 #include <QSignalSpy>
@@ -62,6 +64,8 @@ private slots:
     void helpFile();
     void parseTooltips_data();
     void parseTooltips();
+    void imageReaderAnswersLikeTheParser_data();
+    void imageReaderAnswersLikeTheParser();
 };
 
 void TestSettingManagerLoad::resultCodes_data() {
@@ -409,6 +413,60 @@ void TestSettingManagerLoad::parseTooltips() {
         expected.insert(pairs.at(i), pairs.at(i + 1));
     }
     QCOMPARE(manager.getTooltips(), expected);
+}
+
+void TestSettingManagerLoad::imageReaderAnswersLikeTheParser_data() {
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<int>("processor");
+    QTest::addColumn<bool>("indexed");
+
+    const auto rec = [](quint16 address, const char* hex) {
+        return hexRecordLine(0x00, address, QByteArray::fromHex(hex));
+    };
+    const QByteArray eof = hexRecordLine(0x01, 0, QByteArray());
+    QTest::newRow("adjacent records")
+        << rec(0x10, "0102030405") + rec(0x15, "060708") + eof << 2 << true;
+    QTest::newRow("records out of order with a gap")
+        << rec(0x30, "AABBCC") + rec(0x10, "01020304") + rec(0x14, "05") + eof << 2 << true;
+    QTest::newRow("overlapping records")
+        << rec(0x10, "01020304") + rec(0x12, "AABBCCDD") + eof << 2 << false;
+    QTest::newRow("an upper address is ignored for reading")
+        << hexRecordLine(0x04, 0, QByteArray::fromHex("0001")) + rec(0x20, "0102030405060708") + eof
+        << 2 << true;
+    QTest::newRow("phantom byte every second address")
+        << rec(0x10, "0100020003000400") + rec(0x18, "05000600") + eof << 1 << true;
+    QTest::newRow("phantom byte every fourth address")
+        << rec(0x10, "01020300040506000708") + eof << 0 << true;
+    QTest::newRow("empty and other records")
+        << hexRecordLine(0x00, 0x10, QByteArray()) + hexRecordLine(0x03, 0x10, "\x01\x02") +
+               rec(0x12, "0102") + eof
+        << 2 << true;
+    QTest::newRow("record at the end of the 16-bit space")
+        << rec(0xFFFC, "0102030405060708") + eof << 2 << true;
+    QTest::newRow("no data") << eof << 2 << true;
+}
+
+void TestSettingManagerLoad::imageReaderAnswersLikeTheParser() {
+    QFETCH(QByteArray, text);
+    QFETCH(int, processor);
+    QFETCH(bool, indexed);
+
+    sf::parser::HexParser image;
+    QVERIFY(image.loadHexData(text, processor));
+    const sf::ImageReader reader(image);
+    QCOMPARE(reader.isIndexed(), indexed);
+    const QList<quint32> starts = {
+        0x0,  0xE,  0xF,  0x10, 0x11, 0x12, 0x13,   0x14,   0x15,   0x16,    0x17,    0x18,   0x1A,
+        0x20, 0x24, 0x27, 0x2F, 0x30, 0x32, 0xFFFB, 0xFFFC, 0xFFFF, 0x10000, 0x10003, 0x10004};
+    for (const quint32 address : starts) {
+        for (quint32 count = 0; count <= 9; ++count) {
+            const std::optional<QByteArray> expected = image.readData(address, count);
+            const std::optional<QByteArray> actual = reader.read(address, count);
+            QVERIFY2(
+                expected.has_value() == actual.has_value() && (!expected || *expected == *actual),
+                qPrintable(QStringLiteral("address %1 count %2").arg(address, 0, 16).arg(count)));
+        }
+    }
 }
 
 QTEST_GUILESS_MAIN(TestSettingManagerLoad)

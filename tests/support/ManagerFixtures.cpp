@@ -29,6 +29,12 @@ void appendRecord(QByteArray& out, quint8 type, quint16 address, const QByteArra
 
 } // namespace
 
+QByteArray hexRecordLine(quint8 type, quint16 address, const QByteArray& data) {
+    QByteArray out;
+    appendRecord(out, type, address, data);
+    return out;
+}
+
 QByteArray hexImage(const QMap<quint32, QByteArray>& blocks, const QString& fwVersion,
                     const QString& kxsVersion, const QString& enq) {
     QByteArray out;
