@@ -86,6 +86,7 @@ private slots:
     void resolveReferences_data();
     void resolveReferences();
     void resolverRegistersDependents();
+    void destroyedDependentsDropOut();
     void selfReferenceDoesNotRecurse();
 };
 
@@ -574,11 +575,35 @@ void TestSetting::resolverRegistersDependents() {
     TokenList tokens;
     QVERIFY(s.getSettingInput(InputName, &tokens));
     // Self-references resolve to nothing here (P1 is not in the host), so use ZeroMissing.
+    // While the referrer is still being built it is not registered.
+    TokenList copy = tokens;
+    QVERIFY(host.replaceDependents(&s, copy, parser::Numeric, ReplaceBehaviour::ZeroMissing));
+    QVERIFY(mode->getDependents().isEmpty());
+    s.setType(TypeNum);
     QVERIFY(host.replaceDependents(&s, tokens, parser::Numeric, ReplaceBehaviour::ZeroMissing));
     QCOMPARE(mode->getDependents(), QList<Setting*>{&s});
     QCOMPARE(flags->getDependents(), QList<Setting*>{&s});
     QVERIFY(host.replaceDependents(&s, tokens, parser::Numeric, ReplaceBehaviour::Strict));
     QCOMPARE(mode->getDependents().size(), 1);
+}
+
+void TestSetting::destroyedDependentsDropOut() {
+    FakeSettingHost host;
+    addReferencedSettings(host, 1);
+    Setting* mode = host.lookupSetting(QStringLiteral("Mode1"));
+    // A number whose format is chosen by Mode1 and fails: the factory destroys it, and
+    // Mode1 must not keep a pointer to it.
+    int error = 0;
+    QVERIFY(!host.build(QStringLiteral("Bad1"), QStringLiteral("num, W, {Mode1, u8, q8}"),
+                        QByteArray(), &error));
+    QCOMPARE(error, 3);
+    QVERIFY(mode->getDependents().isEmpty());
+    {
+        ProbeSetting gone(QStringLiteral("G1"), QStringLiteral("x"), &host);
+        QVERIFY(mode->addDependent(&gone));
+        QCOMPARE(mode->getDependents().size(), 1);
+    }
+    QVERIFY(mode->getDependents().isEmpty());
 }
 
 void TestSetting::selfReferenceDoesNotRecurse() {

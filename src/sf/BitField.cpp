@@ -22,6 +22,18 @@ bool BitField::offset(int subIndex, int sizeBytes, int sizeBits, bool checkSizeB
     return true;
 }
 
+bool BitField::getBit(const char* data, int byteIndex, int bit) {
+    return (static_cast<quint8>(data[byteIndex]) >> bit) & 1u;
+}
+
+bool BitField::setBit(char* data, int byteIndex, int bit, bool value) {
+    if (getBit(data, byteIndex, bit) == value) {
+        return false;
+    }
+    data[byteIndex] = static_cast<char>(static_cast<quint8>(data[byteIndex]) ^ (1u << bit));
+    return true;
+}
+
 bool BitField::readUnsigned(const QByteArray& bytes, quint64* value) {
     if (!value || bytes.isEmpty() || bytes.size() > 8) {
         return false;

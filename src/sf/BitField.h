@@ -14,6 +14,10 @@ public:
     // position within its byte (k mod 8, not k) that is not below sizeBits.
     static bool offset(int subIndex, int sizeBytes, int sizeBits, bool checkSizeBits,
                        int* byteIndex, int* bit);
+    // State of one bit of data.
+    static bool getBit(const char* data, int byteIndex, int bit);
+    // Sets or clears one bit; false (nothing written) when it already has that state.
+    static bool setBit(char* data, int byteIndex, int bit, bool value);
     // The unsigned integer of 1 to 8 bytes; false for other lengths.
     static bool readUnsigned(const QByteArray& bytes, quint64* value);
     // value's low 8 * size bits into size bytes, most significant first (leading bytes of

@@ -141,7 +141,7 @@ QVariant CheckBoolSetting::getData(int subIndex, DataRole role) {
     if (subIndex >= m_labels.size() || !subIndexToOffset(subIndex, &byte, &bit)) {
         return QVariant();
     }
-    const bool stored = (static_cast<quint8>(getRawData()[byte]) >> bit) & 1;
+    const bool stored = BitField::getBit(getRawData(), byte, bit);
     return bitLabelData(m_labels.at(subIndex), stored, role, getParent());
 }
 
@@ -157,14 +157,9 @@ bool CheckBoolSetting::setData(int subIndex, const QVariant& value) {
     if (subIndex >= m_labels.size() || !subIndexToOffset(subIndex, &byte, &bit)) {
         return false;
     }
+    // The value is the shown state; an inverted label stores the opposite.
     const bool stored = value.toBool() != m_labels.at(subIndex).inverted;
-    char& b = getRawData()[byte];
-    const bool current = (static_cast<quint8>(b) >> bit) & 1;
-    if (current == stored) {
-        return false;
-    }
-    b = static_cast<char>(static_cast<quint8>(b) ^ (1u << bit));
-    return true;
+    return BitField::setBit(getRawData(), byte, bit, stored);
 }
 
 } // namespace sf

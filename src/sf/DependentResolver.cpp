@@ -123,9 +123,11 @@ bool DependentResolver::replace(Setting* referrer, TokenList& tokens, parser::To
         double value = 0.0;
         bool resolved = splitReference(token.getPayload(), &name, &subIndex) && m_lookup &&
                         (target = m_lookup(name)) != nullptr;
-        if (resolved && target != referrer) {
-            // Registered before the value is read, so a setting whose value cannot be
-            // read yet is still re-evaluated once it can.
+        // Registered before the value is read, so a setting whose value cannot be read
+        // yet is still re-evaluated once it can. A setting that is still being built is
+        // not registered: it may yet fail and be destroyed (it registers when it
+        // finishes its setup).
+        if (resolved && referrer && target != referrer && referrer->getType() > TypeUninit) {
             target->addDependent(referrer);
         }
         resolved = resolved && referenceValue(target, subIndex, &value);

@@ -23,7 +23,8 @@ class Setting;
 //
 // The replacement is a token of the requested type whose payload is the value in decimal
 // (up to 17 significant digits). Each resolved setting other than the referrer itself gets
-// the referrer as a dependent, so it can be re-evaluated when the value changes.
+// the referrer as a dependent, so it can be re-evaluated when the value changes; a
+// referrer that is still being built (type TypeUninit) is not registered.
 class DependentResolver {
 public:
     using Lookup = std::function<Setting*(const QString& codeName)>;

@@ -152,11 +152,22 @@ bool Setting::convertEndian(const char* source, char* destination) const {
 }
 
 bool Setting::addDependent(Setting* dependent) {
-    if (!dependent || m_dependents.contains(dependent)) {
+    if (!dependent || getDependents().contains(dependent)) {
         return false;
     }
-    m_dependents.append(dependent);
+    m_dependents.append(QPointer<Setting>(dependent));
     return true;
+}
+
+QList<Setting*> Setting::getDependents() const {
+    QList<Setting*> live;
+    live.reserve(m_dependents.size());
+    for (const QPointer<Setting>& d : m_dependents) {
+        if (d) {
+            live.append(d.data());
+        }
+    }
+    return live;
 }
 
 int Setting::addReference() {

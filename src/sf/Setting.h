@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QRegularExpression>
 #include <QSet>
 #include <QString>
@@ -116,7 +117,8 @@ public:
     // --- dependents and references ---
     // Adds a setting whose definition refers to this one; false for null or a repeat.
     bool addDependent(Setting* dependent);
-    QList<Setting*> getDependents() const { return m_dependents; }
+    // The dependents that still exist (a destroyed dependent drops out by itself).
+    QList<Setting*> getDependents() const;
     // How many holders (category cells) refer to this setting; never below 0.
     int addReference();
     int dereference();
@@ -177,7 +179,7 @@ private:
     QString m_codeName;
     QString m_category;
     std::unique_ptr<parser::TokenList> m_tokens;
-    QList<Setting*> m_dependents;
+    QList<QPointer<Setting>> m_dependents;
     SettingType m_type = TypeNone;
     SettingHost* m_parent = nullptr;
     QByteArray m_data;
