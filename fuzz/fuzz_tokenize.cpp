@@ -57,6 +57,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             check(recognizeTokenType(piece) == recognizeByPatterns(piece));
         }
     }
+    // The shortcut for the token delimiters must split exactly as the pattern does.
+    static const QRegularExpression wrapped(QStringLiteral("(?:%1)").arg(TOKEN_REGEX.pattern()));
+    QStringList slow;
+    Interpreter::splitInput(text, &slow, wrapped, true);
+    check(slow == pieces || text.isEmpty());
     QStringList dropped;
     Interpreter::splitInput(text, &dropped, TOKEN_REGEX, false);
 

@@ -22,6 +22,7 @@ class TestInterpreter : public QObject {
 private slots:
     void split_data();
     void split();
+    void tokenDelimiterShortcut();
     void splitRefusesMissingInput();
     void splitEndsOnEmptyMatches();
     void tokenize_data();
@@ -90,6 +91,25 @@ void TestInterpreter::split() {
     QStringList out{QStringLiteral("stale")};
     QVERIFY(Interpreter::splitInput(text, &out, QRegularExpression(pattern), keep));
     QCOMPARE(out, pieces);
+    // The delimiter pattern of definitions is recognised without running it; an equal
+    // pattern written differently runs it, with the same result.
+    const QRegularExpression wrapped(QStringLiteral("(?:%1)").arg(pattern));
+    QVERIFY(Interpreter::splitInput(text, &out, wrapped, keep));
+    QCOMPARE(out, pieces);
+}
+
+// Every character splits the same way with and without the shortcut for the token
+// delimiters.
+void TestInterpreter::tokenDelimiterShortcut() {
+    const QRegularExpression wrapped(QStringLiteral("(?:%1)").arg(TOKEN_REGEX.pattern()));
+    for (ushort u = 1; u < 0x180; ++u) {
+        const QString text = QStringLiteral("a") + QChar(u) + QStringLiteral("b");
+        QStringList fast;
+        QStringList slow;
+        QVERIFY(Interpreter::splitInput(text, &fast, TOKEN_REGEX, true));
+        QVERIFY(Interpreter::splitInput(text, &slow, wrapped, true));
+        QVERIFY2(fast == slow, qPrintable(QStringLiteral("character %1").arg(u)));
+    }
 }
 
 void TestInterpreter::splitRefusesMissingInput() {

@@ -35,6 +35,43 @@ bool quoteCounts(const QString& text, int i) {
     return text.at(i) == QLatin1Char('"') && (i == 0 || text.at(i - 1) != QLatin1Char('\\'));
 }
 
+// One character of TOKEN_REGEX: [ ] , ( ) { } ? : & | = < > ! ` - + * / ^ and the blanks
+// that \s matches (tab, line feed, vertical tab, form feed, carriage return, space).
+bool isTokenDelimiter(QChar c) {
+    switch (c.unicode()) {
+    case '[':
+    case ']':
+    case ',':
+    case '(':
+    case ')':
+    case '{':
+    case '}':
+    case '?':
+    case ':':
+    case '&':
+    case '|':
+    case '=':
+    case '<':
+    case '>':
+    case '!':
+    case '`':
+    case '-':
+    case '+':
+    case '*':
+    case '/':
+    case '^':
+    case ' ':
+    case '\t':
+    case '\n':
+    case '\v':
+    case '\f':
+    case '\r':
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 Interpreter::Interpreter() : m_parser(std::make_unique<kxs::parser::KxsParser>()) {}
@@ -200,8 +237,21 @@ bool Interpreter::splitInput(const QString& text, QStringList* out,
 
     // The next delimiter at or after `from`: its position and length (at least one
     // character, so that every step moves on). False when there is none.
+    const bool tokenDelimiters = delimiters.pattern() == TOKEN_REGEX.pattern() &&
+                                 delimiters.patternOptions() == TOKEN_REGEX.patternOptions();
     auto nextDelimiter = [&](int from, int* pos, int* len) {
         if (from >= text.size()) {
+            return false;
+        }
+        if (tokenDelimiters) {
+            // The same character class without running the regular expression.
+            for (int i = from; i < text.size(); ++i) {
+                if (isTokenDelimiter(text.at(i))) {
+                    *pos = i;
+                    *len = 1;
+                    return true;
+                }
+            }
             return false;
         }
         const QRegularExpressionMatch m = delimiters.match(text, from);
