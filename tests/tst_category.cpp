@@ -280,7 +280,10 @@ void TestCategory::virtualRowsFollowFolding() {
     QCOMPARE(category.getAt(0, 2), nullptr);
     QCOMPARE(layoutFault(category), QString());
 
+    QVERIFY(category.isExpanded(group));
+    QVERIFY(!category.isExpanded(category.getAtLiteral(0, 0)));
     QVERIFY(category.unexpandSetting(group));
+    QVERIFY(!category.isExpanded(group));
     QCOMPARE(category.getSize(), 3);
     QCOMPARE(positionText(category.indexOf(QStringLiteral("B2"))), QStringLiteral("2:1"));
 }

@@ -260,8 +260,11 @@ CategoryIndex* Category::getLast(int column) const {
 
 bool Category::isExpanded(int row, int column) const {
     const CategoryIndex* cell = getAt(row, column);
-    return cell && cell->m_content && cell->m_forcedSubIndex < 0 &&
-           cell->m_content->isExpandable() && cell->m_expanded;
+    return cell && isFoldable(cell) && cell->m_expanded;
+}
+
+bool Category::isExpanded(const CategoryIndex* cell) const {
+    return owns(cell) && isFoldable(cell) && cell->m_expanded;
 }
 
 // --- Layout maintenance -----------------------------------------------------------------

@@ -105,8 +105,10 @@ public:
     // Virtual row of a cell's first row, or -1 when the cell is not here or not shown.
     int getIndexVirtual(const CategoryIndex* cell) const;
     CategoryIndex* getLast(int column) const;
-    // Whether the cell at a virtual row holds a setting whose row is unfolded.
+    // Whether the cell at a virtual row (or the given cell of this grid) holds a foldable
+    // setting, shown whole, whose row is unfolded.
     bool isExpanded(int row, int column) const;
+    bool isExpanded(const CategoryIndex* cell) const;
 
     // --- Layout maintenance ------------------------------------------------------------
     // Inserts a new row before literal row `row` (the literal size appends) holding a new,
