@@ -179,7 +179,7 @@ static bool parseDirective(const QString& line, ImageDescription& out, QString& 
         QString& target = keyword == QLatin1String("fw")    ? out.fwVersion
                           : keyword == QLatin1String("kxs") ? out.kxsVersion
                                                             : out.enqString;
-        target = QString::fromLatin1(bytes);
+        target = QString::fromLatin1(bytes.constData(), bytes.size());
         return true;
     }
     if (keyword == QLatin1String("line-length")) {

@@ -73,11 +73,14 @@ QByteArray PhantomBytes::insert(const QByteArray& data, quint64 address, quint64
         return QByteArray();
     }
     QByteArray out(static_cast<qsizetype>(span), '\0');
-    qsizetype in = 0;
+    char* target = out.data();
+    const char* source = data.constData();
+    const quint64 available = static_cast<quint64>(data.size());
+    quint64 in = 0;
     for (quint64 i = 0; i < span; ++i) {
         if (!isPhantom(address + i)) {
-            if (in < data.size()) {
-                out[static_cast<qsizetype>(i)] = data.at(in);
+            if (in < available) {
+                target[i] = source[in];
             }
             ++in;
         }
@@ -93,9 +96,10 @@ QByteArray PhantomBytes::remove(const QByteArray& data, quint64 address, quint64
         static_cast<qsizetype>(std::min<quint64>(span, static_cast<quint64>(data.size())));
     QByteArray out;
     out.reserve(n);
+    const char* source = data.constData();
     for (qsizetype i = 0; i < n; ++i) {
         if (!isPhantom(address + static_cast<quint64>(i))) {
-            out.append(data.at(i));
+            out.append(source[i]);
         }
     }
     return out;
