@@ -39,20 +39,14 @@ private slots:
     void recognition_data();
     void recognition();
     void recognitionMatchesPatternsExhaustively();
-    void typeNames_data();
-    void typeNames();
     void numberConstructor_data();
     void numberConstructor();
     void explicitConstructorsAndEquality();
-    void operatorTable_data();
-    void operatorTable();
     void operatorFromText_data();
     void operatorFromText();
     void operatorFromToken_data();
     void operatorFromToken();
     void operatorBeyondTable();
-    void delimiterPattern_data();
-    void delimiterPattern();
 };
 
 void TestToken::recognition_data() {
@@ -64,44 +58,26 @@ void TestToken::recognition_data() {
     QTest::newRow("leading dot") << ".5" << Numeric;
     QTest::newRow("trailing dot is no number") << "5." << String;
     QTest::newRow("two dots") << "1.2.3" << String;
-    QTest::newRow("lone dot") << "." << String;
     QTest::newRow("exponent is no number") << "1e5" << String;
     QTest::newRow("signed is no number") << "-5" << String;
     QTest::newRow("0x prefix") << "0x1F" << Hexadecimal;
-    QTest::newRow("0X prefix") << "0X1f" << Hexadecimal;
     QTest::newRow("h suffix") << "10h" << Hexadecimal;
-    QTest::newRow("H suffix") << "ABH" << Hexadecimal;
     QTest::newRow("word each is hexadecimal") << "each" << Hexadecimal;
     QTest::newRow("word face is a string") << "face" << String;
     QTest::newRow("bare 0x") << "0x" << String;
     QTest::newRow("bare h") << "h" << String;
     QTest::newRow("prefix and suffix") << "0x1Fh" << String;
     QTest::newRow("non-hex digit") << "0x1G" << String;
-    QTest::newRow("decimal with h") << "1.5h" << String;
     QTest::newRow("minus") << "-" << Operator;
-    QTest::newRow("plus") << "+" << Operator;
-    QTest::newRow("times") << "*" << Operator;
-    QTest::newRow("divide") << "/" << Operator;
-    QTest::newRow("power") << "^" << Operator;
     QTest::newRow("ampersand") << "&" << LogicalOperator;
-    QTest::newRow("bar") << "|" << LogicalOperator;
-    QTest::newRow("not") << "!" << LogicalOperator;
-    QTest::newRow("equals") << "=" << LogicalOperator;
     QTest::newRow("less") << "<" << LogicalOperator;
-    QTest::newRow("greater") << ">" << LogicalOperator;
     QTest::newRow("two-char operator is a string") << "<=" << String;
     QTest::newRow("lparen") << "(" << LParen;
-    QTest::newRow("rparen") << ")" << RParen;
-    QTest::newRow("lbracket") << "[" << LBracket;
-    QTest::newRow("rbracket") << "]" << RBracket;
-    QTest::newRow("lcurly") << "{" << LCurly;
-    QTest::newRow("rcurly") << "}" << RCurly;
     QTest::newRow("comma") << "," << Separator;
     QTest::newRow("backtick") << "`" << Range;
     QTest::newRow("question") << "?" << TernaryOp;
     QTest::newRow("colon") << ":" << TernaryOpSeparator;
     QTest::newRow("blank") << " " << WhiteSpace;
-    QTest::newRow("tab and newline") << "\t\n" << WhiteSpace;
     QTest::newRow("empty text") << "" << WhiteSpace;
     QTest::newRow("no-break space is no blank") << QString(QChar(0xA0)) << String;
     QTest::newRow("word") << "Speed" << String;
@@ -142,46 +118,16 @@ void TestToken::recognitionMatchesPatternsExhaustively() {
     }
 }
 
-void TestToken::typeNames_data() {
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QString>("name");
-    const char* names[] = {"Undefined",  "String",
-                           "Numeric",    "Hexadecimal",
-                           "Dependent",  "NegDependent",
-                           "Operator",   "LogicalOperator",
-                           "LParen",     "RParen",
-                           "LBracket",   "RBracket",
-                           "LCurly",     "RCurly",
-                           "Separator",  "Range",
-                           "TernaryOp",  "TernaryOpSeparator",
-                           "WhiteSpace", "End",
-                           "SIZE"};
-    for (int t = 0; t <= SIZE; ++t) {
-        QTest::addRow("%s", names[t]) << t << QString::fromLatin1(names[t]);
-    }
-    QTest::newRow("negative") << -1 << "UNKNOWN TYPE - ERROR";
-    QTest::newRow("beyond SIZE") << SIZE + 1 << "UNKNOWN TYPE - ERROR";
-}
-
-void TestToken::typeNames() {
-    QFETCH(int, type);
-    QFETCH(QString, name);
-    QCOMPARE(getTokenTypeString(type), name);
-}
-
 void TestToken::numberConstructor_data() {
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("payload");
     QTest::newRow("integer") << 64.0 << "64";
     QTest::newRow("fraction") << 39.0625 << "39.0625";
     QTest::newRow("six significant digits") << 1.0 / 3.0 << "0.333333";
-    QTest::newRow("rounded") << 2.0 / 3.0 << "0.666667";
     QTest::newRow("negative") << -2.5 << "-2.5";
     QTest::newRow("million uses exponent") << 1e6 << "1e+06";
     QTest::newRow("large rounded") << 123456789.0 << "1.23457e+08";
-    QTest::newRow("small") << 0.0001 << "0.0001";
     QTest::newRow("smaller uses exponent") << 0.00001 << "1e-05";
-    QTest::newRow("sum with representation error") << 0.1 + 0.2 << "0.3";
 }
 
 void TestToken::numberConstructor() {
@@ -193,6 +139,11 @@ void TestToken::numberConstructor() {
 }
 
 void TestToken::explicitConstructorsAndEquality() {
+    QCOMPARE(getTokenTypeString(TernaryOpSeparator), QStringLiteral("TernaryOpSeparator"));
+    QCOMPARE(getTokenTypeString(SIZE), QStringLiteral("SIZE"));
+    QCOMPARE(getTokenTypeString(-1), QStringLiteral("UNKNOWN TYPE - ERROR"));
+    QCOMPARE(getTokenTypeString(SIZE + 1), QStringLiteral("UNKNOWN TYPE - ERROR"));
+
     QCOMPARE(Token().getType(), Undefined);
     QVERIFY(Token().getPayload().isEmpty());
 
@@ -220,38 +171,6 @@ void TestToken::explicitConstructorsAndEquality() {
     const Token op{MathOp(MathOp::LessEqual)};
     QCOMPARE(op.getPayload(), QStringLiteral("<="));
     QCOMPARE(op.getType(), Operator);
-}
-
-void TestToken::operatorTable_data() {
-    QTest::addColumn<quint32>("kind");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("precedence");
-    QTest::newRow("none") << 0u << "u" << 0;
-    QTest::newRow("add") << 1u << "+" << 3;
-    QTest::newRow("subtract") << 2u << "-" << 3;
-    QTest::newRow("multiply") << 3u << "*" << 4;
-    QTest::newRow("divide") << 4u << "/" << 4;
-    QTest::newRow("power") << 5u << "^" << 5;
-    QTest::newRow("or") << 6u << "||" << 1;
-    QTest::newRow("and") << 7u << "&&" << 1;
-    QTest::newRow("equal") << 8u << "==" << 2;
-    QTest::newRow("not equal") << 9u << "!=" << 2;
-    QTest::newRow("less") << 10u << "<" << 2;
-    QTest::newRow("less or equal") << 11u << "<=" << 2;
-    QTest::newRow("greater") << 12u << ">" << 2;
-    QTest::newRow("greater or equal") << 13u << ">=" << 2;
-}
-
-void TestToken::operatorTable() {
-    QFETCH(quint32, kind);
-    QFETCH(QString, text);
-    QFETCH(int, precedence);
-    const MathOp op(kind);
-    QCOMPARE(op.getType(), kind);
-    QCOMPARE(op.toString(), text);
-    QCOMPARE(op.getPrecedence(), precedence);
-    QCOMPARE(MathOp(text).getType(), kind);
-    QCOMPARE(MathOp::isOpChar(text), kind != 0);
 }
 
 void TestToken::operatorFromText_data() {
@@ -293,34 +212,15 @@ void TestToken::operatorFromToken() {
 }
 
 void TestToken::operatorBeyondTable() {
+    QCOMPARE(MathOp(QStringLiteral("||")).getPrecedence(),
+             MathOp(QStringLiteral("&&")).getPrecedence());
+    QCOMPARE(MathOp(MathOp::GreaterEqual).toString(), QStringLiteral(">="));
     const MathOp op(14u);
     QCOMPARE(op.getType(), 14u);
     QCOMPARE(op.toString(), QStringLiteral("u"));
     QCOMPARE(op.getPrecedence(), 0);
     QCOMPARE(MathOp(0xFFFFFFFFu).getPrecedence(), 0);
     QVERIFY(!MathOp::isOpChar(QStringLiteral("u")));
-}
-
-void TestToken::delimiterPattern_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("delimiter");
-    for (const char* c : {"[", "]", ",", "(", ")", "{",  "}", "?", ":", "&", "|", "=",
-                          "<", ">", "!", "`", " ", "\t", "-", "+", "*", "/", "^"}) {
-        QTest::addRow("'%s'", c) << QString::fromLatin1(c) << true;
-    }
-    for (const char* c : {"a", "0", ".", "\"", "\\", "_", "~", "#", "%", ";"}) {
-        QTest::addRow("'%s'", c) << QString::fromLatin1(c) << false;
-    }
-}
-
-void TestToken::delimiterPattern() {
-    QFETCH(QString, text);
-    QFETCH(bool, delimiter);
-    const QRegularExpressionMatch m = TOKEN_REGEX.match(text);
-    QCOMPARE(m.hasMatch(), delimiter);
-    if (delimiter) {
-        QCOMPARE(m.capturedLength(), 1);
-    }
 }
 
 QTEST_GUILESS_MAIN(TestToken)
