@@ -73,49 +73,33 @@ void TestCliInfo::initTestCase() {
 
 void TestCliInfo::json_data() {
     QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("fw");
-    QTest::addColumn<QString>("kxs");
-    QTest::addColumn<QString>("enq");
+    QTest::addColumn<QString>("texts"); // fw|kxs|enq
     QTest::addColumn<int>("records");
     QTest::addColumn<int>("dataBytes");
     QTest::addColumn<QString>("ranges");
 
-    QTest::newRow("setup image") << hex::metaLine(0xC0, "KX3.06") + hex::metaLine(0xC1, "KX3p06") +
-                                        hex::metaLine(0xC2, "Korvex") +
-                                        hex::text(
-                                            QStringLiteral("X0001 DE000:01020304 DE004:0506")) +
-                                        hex::eofLine()
-                                 << "KX3.06"
-                                 << "KX3p06"
-                                 << "Korvex" << 3 << 6 << "[[122880,122886]]";
-    QTest::newRow("gap makes two ranges") << hex::text(QStringLiteral("D0000:0102 D0010:03")) << ""
-                                          << ""
-                                          << "" << 2 << 3 << "[[0,2],[16,17]]";
+    const QByteArray meta = hex::metaLine(0xC0, "KX3.06") + hex::metaLine(0xC1, "KX3p06") +
+                            hex::metaLine(0xC2, "Korvex");
+    // clang-format off
+    QTest::newRow("setup image") << meta + hex::text(QStringLiteral("X0001 DE000:01020304 DE004:0506 F"))
+        << "KX3.06|KX3p06|Korvex" << 3 << 6 << "[[122880,122886]]";
+    QTest::newRow("gap makes two ranges") << hex::text(QStringLiteral("D0000:0102 D0010:03")) << "||" << 2 << 3 << "[[0,2],[16,17]]";
     QTest::newRow("unordered and overlapping records merged")
-        << hex::text(QStringLiteral("D0010:0102 D0000:00000000 D0002:AAAAAAAA D0020:01")) << ""
-        << ""
-        << "" << 4 << 11 << "[[0,6],[16,18],[32,33]]";
-    QTest::newRow("segments give full addresses")
-        << hex::text(QStringLiteral("X0031 D0000:01 X0000 D0000:02 X0031 D0001:03")) << ""
-        << ""
-        << "" << 6 << 3 << "[[0,1],[3211264,3211266]]";
-    QTest::newRow("record past 64 KiB continues the range")
-        << hex::text(QStringLiteral("DFFFF:0102 X0001 D0001:03")) << ""
-        << ""
-        << "" << 3 << 3 << "[[65535,65538]]";
-    QTest::newRow("empty file") << QByteArray() << ""
-                                << ""
-                                << "" << 0 << 0 << "[]";
-    QTest::newRow("metadata trailing zeros kept")
-        << hex::metaLine(0xC1, QByteArray("L\0", 2)) << "" << QString::fromLatin1("L\0", 2) << ""
+        << hex::text(QStringLiteral("D0010:0102 D0000:00000000 D0002:AAAAAAAA D0020:01")) << "||" << 4 << 11
+        << "[[0,6],[16,18],[32,33]]";
+    QTest::newRow("segments give full addresses") << hex::text(QStringLiteral("X0031 D0000:01 X0000 D0000:02 X0031 D0001:03"))
+        << "||" << 6 << 3 << "[[0,1],[3211264,3211266]]";
+    QTest::newRow("record past 64 KiB continues the range") << hex::text(QStringLiteral("DFFFF:0102 X0001 D0001:03"))
+        << "||" << 3 << 3 << "[[65535,65538]]";
+    QTest::newRow("empty file") << QByteArray() << "||" << 0 << 0 << "[]";
+    QTest::newRow("trailing zeros kept") << hex::metaLine(0xC1, QByteArray("L\0", 2)) << QString::fromLatin1("|L\0|", 4)
         << 0 << 0 << "[]";
+    // clang-format on
 }
 
 void TestCliInfo::json() {
     QFETCH(QByteArray, text);
-    QFETCH(QString, fw);
-    QFETCH(QString, kxs);
-    QFETCH(QString, enq);
+    QFETCH(QString, texts);
     QFETCH(int, records);
     QFETCH(int, dataBytes);
     QFETCH(QString, ranges);
@@ -128,9 +112,11 @@ void TestCliInfo::json() {
     const QJsonDocument doc = QJsonDocument::fromJson(r.out, &error);
     QCOMPARE(error.error, QJsonParseError::NoError);
     const QJsonObject o = doc.object();
-    QCOMPARE(o.value(QStringLiteral("fw")).toString(), fw);
-    QCOMPARE(o.value(QStringLiteral("kxs")).toString(), kxs);
-    QCOMPARE(o.value(QStringLiteral("enq")).toString(), enq);
+    QCOMPARE(QStringList({o.value(QStringLiteral("fw")).toString(),
+                          o.value(QStringLiteral("kxs")).toString(),
+                          o.value(QStringLiteral("enq")).toString()})
+                 .join(QLatin1Char('|')),
+             texts);
     QCOMPARE(o.value(QStringLiteral("records")).toInt(-1), records);
     QCOMPARE(o.value(QStringLiteral("dataBytes")).toInt(-1), dataBytes);
     QCOMPARE(QString::fromUtf8(QJsonDocument(o.value(QStringLiteral("ranges")).toArray())
@@ -166,21 +152,16 @@ void TestCliInfo::errors_data() {
     QTest::addColumn<int>("exitCode");
     QTest::addColumn<QString>("message");
 
-    QTest::newRow("missing file") << QStringList{QStringLiteral("info"), QStringLiteral("nope.hex")}
-                                  << 2 << "kxsetup-cli: nope.hex: cannot open";
-    QTest::newRow("bad checksum")
-        << QStringList{QStringLiteral("info"), QStringLiteral("bad.hex"), QStringLiteral("--json")}
-        << 2 << "kxsetup-cli: bad.hex: not a valid Intel HEX file (line 2: checksum mismatch)";
-    QTest::newRow("folder") << QStringList{QStringLiteral("info"), QStringLiteral(".")} << 2
-                            << "kxsetup-cli: .: cannot open";
-    QTest::newRow("no file") << QStringList{QStringLiteral("info")} << 1
-                             << "kxsetup-cli: info needs exactly one file";
-    QTest::newRow("two files") << QStringList{QStringLiteral("info"), QStringLiteral("a.hex"),
-                                              QStringLiteral("b.hex")}
-                               << 1 << "kxsetup-cli: info needs exactly one file";
-    QTest::newRow("unknown option")
-        << QStringList{QStringLiteral("info"), QStringLiteral("bad.hex"), QStringLiteral("--xml")}
-        << 1 << "kxsetup-cli: unknown option --xml";
+    const QString info = QStringLiteral("info");
+    // clang-format off
+    QTest::newRow("missing file") << QStringList{info, "nope.hex"} << 2 << "kxsetup-cli: nope.hex: cannot open";
+    QTest::newRow("bad checksum") << QStringList{info, "bad.hex", "--json"} << 2
+        << "kxsetup-cli: bad.hex: not a valid Intel HEX file (line 2: checksum mismatch)";
+    QTest::newRow("folder")       << QStringList{info, "."} << 2 << "kxsetup-cli: .: cannot open";
+    QTest::newRow("no file")      << QStringList{info} << 1 << "kxsetup-cli: info needs exactly one file";
+    QTest::newRow("two files")    << QStringList{info, "a.hex", "b.hex"} << 1 << "kxsetup-cli: info needs exactly one file";
+    QTest::newRow("unknown option") << QStringList{info, "bad.hex", "--xml"} << 1 << "kxsetup-cli: unknown option --xml";
+    // clang-format on
 }
 
 void TestCliInfo::errors() {

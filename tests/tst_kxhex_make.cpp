@@ -52,52 +52,28 @@ private slots:
 
 void TestKxhexMake::images_data() {
     QTest::addColumn<QByteArray>("description");
-    QTest::addColumn<QString>("fw");
-    QTest::addColumn<QString>("kxs");
-    QTest::addColumn<QString>("enq");
+    QTest::addColumn<QString>("texts"); // fw|kxs|enq
     QTest::addColumn<QString>("records");
 
+    // clang-format off
     QTest::newRow("metadata and a fill")
-        << QByteArray("# a comment\nfw KX3.06\nkxs \"KX3p06\\x00\"\nenq   Korvex KX3  \n"
-                      "fill 0x1000 0x1004 0xFF\n")
-        << "KX3.06" << QString::fromLatin1("KX3p06\0", 7) << "Korvex KX3"
-        << "D1000:FFFFFFFF";
-    QTest::newRow("later bytes overwrite") << QByteArray("fill 16 20 0\nbytes 0x11 AB CD\n") << ""
-                                           << ""
-                                           << ""
-                                           << "D0010:00ABCD00";
-    QTest::newRow("line length") << QByteArray("line-length 2\nbytes 0x10 0102030405\n") << ""
-                                 << ""
-                                 << ""
-                                 << "D0010:0102 D0012:0304 D0014:05";
-    QTest::newRow("gaps filled with zeros") << QByteArray("bytes 0x10 01\nbytes 0x13 02\n") << ""
-                                            << ""
-                                            << ""
-                                            << "D0010:01000002";
-    QTest::newRow("gaps kept") << QByteArray("gaps keep\nbytes 0x10 01\nbytes 0x13 02\n") << ""
-                               << ""
-                               << ""
-                               << "D0010:01 D0013:02";
-    QTest::newRow("extended addresses")
-        << QByteArray("gaps keep\nbytes 0x1E000 01\nbytes 0x310000 02\n") << ""
-        << ""
-        << ""
+        << QByteArray("# a comment\nfw KX3.06\nkxs \"KX3p06\\x00\"\nenq   Korvex KX3  \nfill 0x1000 0x1004 0xFF\n")
+        << QString::fromLatin1("KX3.06|KX3p06\0|Korvex KX3", 25) << "D1000:FFFFFFFF";
+    QTest::newRow("later bytes overwrite") << QByteArray("fill 16 20 0\nbytes 0x11 AB CD\n") << "||" << "D0010:00ABCD00";
+    QTest::newRow("line length") << QByteArray("line-length 2\nbytes 0x10 0102030405\n") << "||" << "D0010:0102 D0012:0304 D0014:05";
+    QTest::newRow("gaps filled with zeros") << QByteArray("bytes 0x10 01\nbytes 0x13 02\n") << "||" << "D0010:01000002";
+    QTest::newRow("gaps kept") << QByteArray("gaps keep\nbytes 0x10 01\nbytes 0x13 02\n") << "||" << "D0010:01 D0013:02";
+    QTest::newRow("extended addresses") << QByteArray("gaps keep\nbytes 0x1E000 01\nbytes 0x310000 02\n") << "||"
         << "X0001 DE000:01 X0031 D0000:02";
-    QTest::newRow("text bytes") << QByteArray("text 0x20 \"h\\\"i\\\\\"\ntext 0x30 ok\n") << ""
-                                << ""
-                                << ""
-                                << "D0020:6822695C000000000000000000000000 D0030:6F6B";
-    QTest::newRow("only metadata") << QByteArray("enq E\r\n") << ""
-                                   << ""
-                                   << "E"
-                                   << "";
+    QTest::newRow("text bytes") << QByteArray("text 0x20 \"h\\\"i\\\\\"\ntext 0x30 ok\n") << "||"
+        << "D0020:6822695C000000000000000000000000 D0030:6F6B";
+    QTest::newRow("only metadata") << QByteArray("enq E\r\n") << "||E" << "";
+    // clang-format on
 }
 
 void TestKxhexMake::images() {
     QFETCH(QByteArray, description);
-    QFETCH(QString, fw);
-    QFETCH(QString, kxs);
-    QFETCH(QString, enq);
+    QFETCH(QString, texts);
     QFETCH(QString, records);
 
     const Run r =
@@ -108,9 +84,9 @@ void TestKxhexMake::images() {
     QVERIFY(r.out.endsWith(hex::eofLine()));
     HexParser parser;
     QVERIFY(parser.loadHexData(r.out, sf::parser::PhantomNone));
-    QCOMPARE(parser.getFwVersion(), fw);
-    QCOMPARE(parser.getKxsVersion(), kxs);
-    QCOMPARE(parser.getEnqString(), enq);
+    QCOMPARE(QStringList({parser.getFwVersion(), parser.getKxsVersion(), parser.getEnqString()})
+                 .join(QLatin1Char('|')),
+             texts);
     QCOMPARE(hex::dump(parser.records()), records);
 }
 
@@ -150,33 +126,23 @@ void TestKxhexMake::refusals_data() {
     QTest::addColumn<int>("exitCode");
     QTest::addColumn<QString>("message");
 
-    const QStringList std{QStringLiteral("-"), QStringLiteral("-o"), QStringLiteral("-")};
-    QTest::newRow("unknown directive")
-        << std << QByteArray("fw a\nsplat 1 2\n") << 2 << "line 2: unknown directive";
-    QTest::newRow("empty range") << std << QByteArray("fill 5 5 0\n") << 2 << "line 1: range";
-    QTest::newRow("fill value above a byte")
-        << std << QByteArray("fill 0 4 256\n") << 2 << "line 1: fill value";
-    QTest::newRow("odd hex digits")
-        << std << QByteArray("bytes 0 123\n") << 2 << "line 1: bytes must be pairs";
-    QTest::newRow("high address with extended off")
-        << std << QByteArray("extended off\nbytes 0xFFFF 0102\n") << 2 << "line 2: address";
-    QTest::newRow("metadata too long") << std << "kxs " + QByteArray(256, 'x') + "\n"
-                                       << 2 << "line 1: metadata text longer";
-    QTest::newRow("unterminated quote") << std << QByteArray("fw \"abc\n") << 2 << "line 1:";
-    QTest::newRow("line length out of range")
-        << std << QByteArray("line-length 256\n") << 2 << "line 1: line-length";
-    QTest::newRow("beyond 4 GiB") << std << QByteArray("bytes 0xFFFFFFFF 0102\n") << 2
-                                  << "line 1: bytes reach";
-    QTest::newRow("sparse image too wide for zero gaps")
-        << std << QByteArray("bytes 0 01\nbytes 0x10000000 01\n") << 2 << "image spans";
-    QTest::newRow("missing description file")
-        << QStringList{QStringLiteral("/nonexistent/d.txt"), QStringLiteral("-o"),
-                       QStringLiteral("-")}
-        << QByteArray() << 2 << "/nonexistent/d.txt: cannot read";
-    QTest::newRow("no arguments") << QStringList() << QByteArray() << 1 << "usage:";
-    QTest::newRow("no output") << QStringList{QStringLiteral("-")} << QByteArray() << 1 << "usage:";
-    QTest::newRow("unknown option") << QStringList{QStringLiteral("-x")} << QByteArray() << 1
-                                    << "kxhex-make: unknown option -x";
+    const QStringList io{QStringLiteral("-"), QStringLiteral("-o"), QStringLiteral("-")};
+    // clang-format off
+    QTest::newRow("unknown directive")  << io << QByteArray("fw a\nsplat 1 2\n") << 2 << "line 2: unknown directive";
+    QTest::newRow("empty range")        << io << QByteArray("fill 5 5 0\n") << 2 << "line 1: range";
+    QTest::newRow("fill value > byte")  << io << QByteArray("fill 0 4 256\n") << 2 << "line 1: fill value";
+    QTest::newRow("odd hex digits")     << io << QByteArray("bytes 0 123\n") << 2 << "line 1: bytes must be pairs";
+    QTest::newRow("extended off")       << io << QByteArray("extended off\nbytes 0xFFFF 0102\n") << 2 << "line 2: address";
+    QTest::newRow("metadata too long")  << io << "kxs " + QByteArray(256, 'x') + "\n" << 2 << "line 1: metadata text longer";
+    QTest::newRow("unterminated quote") << io << QByteArray("fw \"abc\n") << 2 << "line 1: unterminated";
+    QTest::newRow("beyond 4 GiB")       << io << QByteArray("bytes 0xFFFFFFFF 0102\n") << 2 << "line 1: bytes reach";
+    QTest::newRow("too wide for zero gaps") << io << QByteArray("bytes 0 01\nbytes 0x10000000 01\n") << 2 << "image spans";
+    QTest::newRow("missing description") << QStringList{"/nonexistent/d.txt", "-o", "-"} << QByteArray() << 2
+        << "/nonexistent/d.txt: cannot read";
+    QTest::newRow("no arguments")   << QStringList() << QByteArray() << 1 << "usage:";
+    QTest::newRow("no output")      << QStringList{"-"} << QByteArray() << 1 << "usage:";
+    QTest::newRow("unknown option") << QStringList{"-x"} << QByteArray() << 1 << "unknown option -x";
+    // clang-format on
 }
 
 void TestKxhexMake::refusals() {

@@ -137,6 +137,39 @@ QString dump(const sf::parser::RecordList& list) {
     return words.join(QLatin1Char(' '));
 }
 
+namespace {
+
+template <typename Visit> void forEachByte(const sf::parser::RecordList& list, Visit visit) {
+    quint16 upper = 0;
+    for (const auto& r : list) {
+        if (r->isExtendedAddress()) {
+            upper = r->upperAddress();
+        } else if (r->isData()) {
+            for (int i = 0; i < r->getLength(); ++i) {
+                visit((quint64(upper) << 16) + r->getAddress() + quint64(i), r->getData()[i]);
+            }
+        }
+    }
+}
+
+} // namespace
+
+std::map<quint64, quint8> byteMap(const sf::parser::RecordList& list) {
+    std::map<quint64, quint8> bytes;
+    forEachByte(list, [&bytes](quint64 address, quint8 byte) { bytes[address] = byte; });
+    return bytes;
+}
+
+int overlappingBytes(const sf::parser::RecordList& list) {
+    std::map<quint64, int> claims;
+    forEachByte(list, [&claims](quint64 address, quint8) { ++claims[address]; });
+    int n = 0;
+    for (const auto& c : claims) {
+        n += c.second > 1 ? 1 : 0;
+    }
+    return n;
+}
+
 bool allChecksumsValid(const QByteArray& text) {
     const QList<QByteArray> lines = text.split('\n');
     for (QByteArray l : lines) {

@@ -15,6 +15,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <map>
+
 namespace testsupport::hex {
 
 // The checksum byte of a record: two's complement of the sum of all other bytes.
@@ -33,6 +35,12 @@ sf::parser::RecordList records(const QString& notation);
 // The notation of a record list; data bytes in upper-case hex.
 QString dump(const sf::parser::RecordList& list);
 QString dump(const sf::parser::Inhex32Entry& record);
+
+// Full address -> byte of the data records, later records winning where they overlap
+// (upper addresses from the extended-address records before them).
+std::map<quint64, quint8> byteMap(const sf::parser::RecordList& list);
+// Number of byte addresses that two or more data records claim.
+int overlappingBytes(const sf::parser::RecordList& list);
 
 // True when every line of the text is a record whose bytes sum to 0 modulo 256.
 bool allChecksumsValid(const QByteArray& text);
