@@ -22,7 +22,11 @@ const QString SettingManager::UNCATEGORIZED_TITLE = QStringLiteral("Uncategorize
 
 SettingManager::SettingManager(QObject* parent)
     : SettingHost(parent), m_factory(std::make_unique<SettingFactory>()),
-      m_tables(std::make_unique<TableMapping>()) {}
+      m_tables(std::make_unique<TableMapping>()) {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    qRegisterMetaType<const QAbstractItemModel*>();
+#endif
+}
 
 SettingManager::~SettingManager() {
     clear();

@@ -20,6 +20,11 @@
 #include <memory>
 #include <vector>
 
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+// The models in the manager's signals; Qt 6 knows such pointers by itself.
+Q_DECLARE_METATYPE(const QAbstractItemModel*)
+#endif
+
 namespace util {
 class VersionContainer;
 }
