@@ -45,6 +45,7 @@ private slots:
     void undoRestoresTheWholeGroupExactly();
     void redoReappliesTheWholeGroup();
     void undoRestoresValuesTheImageHeldOutOfRange();
+    void undoLeavesAloneWhatTheEditDidNotChange();
     void undoTwiceThenEditDiscardsTheRedoHistory();
     void previousUndoActionIsTheGroupHead();
     void chainsOfDependentsAreFollowed();
@@ -202,6 +203,30 @@ void TestUndo::undoRestoresValuesTheImageHeldOutOfRange() {
     QCOMPARE(bytesOf(manager, QStringLiteral("Lim1")), QByteArray::fromHex("01A4"));
     QVERIFY(manager.undoAction());
     QCOMPARE(snapshot(manager), before);
+}
+
+void TestUndo::undoLeavesAloneWhatTheEditDidNotChange() {
+    // Low1 holds 400 although 12 cells allow at most 360. Raising Cells1 to 20 leaves it
+    // alone (not recorded); undoing must not clamp it either.
+    QByteArray bytes = standardImageBytes();
+    bytes[6] = 0x01;
+    bytes[7] = char(0x90);
+    SettingManager manager;
+    ManagerFiles files;
+    QCOMPARE(loadStandard(manager, files,
+                          hexImage({{0, bytes}}, QStringLiteral("FW1"), QStringLiteral("KX4-T1"))),
+             0);
+    const QMap<QString, QByteArray> before = snapshot(manager);
+    QVERIFY(manager.setSettingData(20, QStringLiteral("Cells1")));
+    QCOMPARE(manager.undoHistory().size(), 1);
+    const QMap<QString, QByteArray> after = snapshot(manager);
+    QVERIFY(manager.undoAction());
+    QCOMPARE(snapshot(manager), before);
+    QVERIFY(manager.redoAction());
+    QCOMPARE(snapshot(manager), after);
+    // The range follows the restored value all the same.
+    QVERIFY(manager.undoAction());
+    QCOMPARE(manager.getSettingData(QStringLiteral("Low1"), sf::RoleMaximum).toDouble(), 36.0);
 }
 
 void TestUndo::undoTwiceThenEditDiscardsTheRedoHistory() {

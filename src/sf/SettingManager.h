@@ -367,8 +367,10 @@ private:
     bool mergeInto(parser::HexParser& image, bool onlyEnabled, bool replace, quint32 from,
                    quint32 to);
     void applyGroup(bool undo, int first, int last);
+    // Re-evaluates dependents (see notifyChanges); every setting whose bytes changed is
+    // appended to `changed` together with its bytes before the change.
     void notifyRecursive(SettingType type, const QList<Setting*>& settings, bool record,
-                         QSet<Setting*>& visited, QList<Setting*>& changed);
+                         QSet<Setting*>& visited, QList<QPair<Setting*, QByteArray>>& changed);
     void reportRows(const QList<Setting*>& settings);
 
     // Categories and settings.

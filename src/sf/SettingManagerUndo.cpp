@@ -90,9 +90,11 @@ const ActionTracker* SettingManager::redoAction() {
 
 // Puts the bytes of a group back (undo: the before bytes, last action first; redo: the
 // after bytes, head first), then re-evaluates the group's settings and their dependents
-// without recording. Re-evaluation must not move a restored value (a range computed
-// half-way through the group could clamp it), so the group's own bytes are written once
-// more at the end: undo and redo restore exactly what was recorded.
+// without recording, so ranges and other derived state follow the restored values.
+// Undo and redo change exactly the bytes the group recorded: re-evaluation could move a
+// restored value (one the image held outside its range) or a dependent that the edit did
+// not change, so afterwards the group's bytes are written once more and every other
+// setting keeps the bytes it had.
 void SettingManager::applyGroup(bool undo, int first, int last) {
     QList<Setting*> touched;
     const auto write = [&](int index) {
@@ -103,29 +105,29 @@ void SettingManager::applyGroup(bool undo, int first, int last) {
             touched.append(setting);
         }
     };
-    if (undo) {
-        for (int i = last; i >= first; --i) {
-            write(i);
+    const auto writeAll = [&]() {
+        if (undo) {
+            for (int i = last; i >= first; --i) {
+                write(i);
+            }
+        } else {
+            for (int i = first; i <= last; ++i) {
+                write(i);
+            }
         }
-    } else {
-        for (int i = first; i <= last; ++i) {
-            write(i);
-        }
-    }
+    };
+    writeAll();
+    QSet<Setting*> visited;
+    QList<QPair<Setting*, QByteArray>> moved;
     for (Setting* setting : std::as_const(touched)) {
         updateSetting(setting, setting->getType());
-        notifyChanges(setting->getType(), setting->getDependents(), false);
+        notifyRecursive(setting->getType(), setting->getDependents(), false, visited, moved);
     }
-    // Settings recorded more than once in a group keep the outermost state.
-    if (undo) {
-        for (int i = last; i >= first; --i) {
-            const ActionTracker* action = m_history.at(i);
-            action->getSetting()->writeRawData(action->getBefore().constData());
-        }
-    } else {
-        for (int i = first; i <= last; ++i) {
-            const ActionTracker* action = m_history.at(i);
-            action->getSetting()->writeRawData(action->getAfter().constData());
+    writeAll();
+    // Earliest bytes first win: restore in reverse order of change.
+    for (int i = moved.size() - 1; i >= 0; --i) {
+        if (!touched.contains(moved.at(i).first)) {
+            moved.at(i).first->writeRawData(moved.at(i).second.constData());
         }
     }
     reportRows(touched);
@@ -138,13 +140,18 @@ bool SettingManager::updateSetting(Setting* setting, SettingType changedType) {
 
 void SettingManager::notifyChanges(SettingType type, const QList<Setting*>& settings, bool record) {
     QSet<Setting*> visited;
-    QList<Setting*> changed;
+    QList<QPair<Setting*, QByteArray>> changed;
     notifyRecursive(type, settings, record, visited, changed);
-    reportRows(changed);
+    QList<Setting*> rows;
+    for (const auto& entry : std::as_const(changed)) {
+        rows.append(entry.first);
+    }
+    reportRows(rows);
 }
 
 void SettingManager::notifyRecursive(SettingType type, const QList<Setting*>& settings, bool record,
-                                     QSet<Setting*>& visited, QList<Setting*>& changed) {
+                                     QSet<Setting*>& visited,
+                                     QList<QPair<Setting*, QByteArray>>& changed) {
     for (Setting* dependent : settings) {
         if (!dependent || visited.contains(dependent)) {
             continue;
@@ -156,7 +163,7 @@ void SettingManager::notifyRecursive(SettingType type, const QList<Setting*>& se
         if (before == after) {
             continue;
         }
-        changed.append(dependent);
+        changed.append(qMakePair(dependent, before));
         if (record) {
             auto action = std::make_unique<ActionTracker>(dependent, -1, before, true);
             action->setAfter(after);
