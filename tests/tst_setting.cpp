@@ -352,6 +352,9 @@ void TestSetting::fieldEvaluationProblems() {
     QCOMPARE(s.getSettingInput(InputName, &out), succeeds);
     QCOMPARE(spy.count(), 1);
     QCOMPARE(spy.at(0).at(0).toString(), message + s.debug_getProcessedKXSLine());
+    // Reading the field again does not repeat the message.
+    QCOMPARE(s.getSettingInput(InputName, &out), succeeds);
+    QCOMPARE(spy.count(), 1);
 }
 
 void TestSetting::purifyStringToken_data() {

@@ -192,6 +192,10 @@ QString Setting::debug_getProcessedKXSLine() const {
 }
 
 void Setting::report(const QString& message) {
+    if (m_reported.contains(message)) {
+        return;
+    }
+    m_reported.insert(message);
     emit problem(message);
 }
 

@@ -163,7 +163,8 @@ signals:
     void problem(const QString& message);
 
 protected:
-    // Emits problem(message).
+    // Emits problem(message), once per distinct message: fields are evaluated whenever
+    // they are read, and a malformed one would otherwise repeat its message each time.
     void report(const QString& message);
     // Evaluates an expression: references replaced by current values (Strict), then the
     // calculator. False when a reference does not resolve or the calculation fails.
@@ -195,6 +196,7 @@ private:
     bool m_hidden = false;
     qint32 m_referenceCount = 0;
     QSet<int> m_purifiedInputs;
+    QSet<QString> m_reported;
 };
 
 } // namespace sf
