@@ -30,8 +30,6 @@ private slots:
     void rawSettingData();
     void enableState();
     void emptyManager();
-    void stringListsOnlyWhileLoading();
-    void replaceDependentsUsesCurrentValues();
     void nominalCellVoltages();
 
 private:
@@ -118,6 +116,7 @@ void TestSettingManagerValues::wsiLookupFirstCategoryWins() {
                                              QStringLiteral("FW1"), QStringLiteral("KX4-T1")),
                                     false),
         0);
+    QVERIFY(!manager.getCategory(SettingManager::UNCATEGORIZED_LABEL)); // every setting has one
     QCOMPARE(manager.getSettingByWsi(QStringLiteral("SAME"))->getCodeName(), QStringLiteral("A"));
     QCOMPARE(manager.getSettingDataByWsi(QStringLiteral("SAME"), sf::RoleEdit).toInt(), 1);
     QCOMPARE(manager.getSettingDataByWsi(QStringLiteral("OTHER"), sf::RoleEdit).toInt(), 3);
@@ -133,18 +132,14 @@ void TestSettingManagerValues::roles_data() {
     QTest::newRow("number display") << "Lim1" << -1 << 1 << QVariant(QStringLiteral("48.0 V"));
     QTest::newRow("number edit value") << "Lim1" << -1 << 2 << QVariant(48.0);
     QTest::newRow("number maximum follows Cells1") << "Lim1" << -1 << 9 << QVariant(50.4);
-    QTest::newRow("number name") << "Cells1" << -1 << 5 << QVariant(QStringLiteral("Cells"));
-    QTest::newRow("list edit value") << "Screen" << -1 << 2 << QVariant(1);
     QTest::newRow("list options") << "Screen" << -1 << 1
                                   << QVariant(QStringList{"Speed", "Power", "Trip"});
     QTest::newRow("folded group display")
         << "Boxes" << -1 << 1 << QVariant(QStringLiteral("Expand"));
     QTest::newRow("folded group asked for its unfolded text")
         << "Boxes" << -1 << 6 << QVariant(QStringLiteral("Hide"));
-    QTest::newRow("check box state") << "Boxes" << 1 << 2 << QVariant(true);
     QTest::newRow("bit field whole value") << "Flags" << -1 << 2 << QVariant(5u);
     QTest::newRow("bit 0 set") << "Flags" << 0 << 2 << QVariant(true);
-    QTest::newRow("bit 1 clear") << "Flags" << 1 << 2 << QVariant(false);
     QTest::newRow("bit label") << "Flags" << 2 << 5 << QVariant(QStringLiteral("Lock"));
     QTest::newRow("sub-index of a single value is ignored") << "Cells1" << 3 << 2 << QVariant(12.0);
     QTest::newRow("unknown setting") << "Nope" << -1 << 1 << QVariant();
@@ -222,34 +217,6 @@ void TestSettingManagerValues::emptyManager() {
     QVERIFY(!manager.addCategory(nullptr));
     QCOMPARE(manager.copyDataToRawSettings(false), 0);
     QVERIFY(!manager.getSettingData(QModelIndex(), sf::RoleDisplay).isValid());
-}
-
-void TestSettingManagerValues::stringListsOnlyWhileLoading() {
-    // The lists were read while loading (the list setting has its options); afterwards
-    // the layout is closed.
-    QCOMPARE(m_manager->getSettingData(QStringLiteral("Screen"), sf::RoleMaximum).toInt(), 2);
-    QVERIFY(m_manager->getStringList(QStringLiteral("ScreenNames"), QStringLiteral("ScreenCount"))
-                .isEmpty());
-}
-
-void TestSettingManagerValues::replaceDependentsUsesCurrentValues() {
-    sf::Setting* referrer = m_manager->getSetting(QStringLiteral("Early"));
-    sf::parser::TokenList tokens{
-        sf::parser::Token(QStringLiteral("Cells2"), sf::parser::Dependent),
-        sf::parser::Token(QStringLiteral("*"), sf::parser::Operator),
-        sf::parser::Token(QStringLiteral("Flags[2]"), sf::parser::Dependent),
-        sf::parser::Token(QString(), sf::parser::End)};
-    QVERIFY(m_manager->replaceDependents(referrer, tokens, sf::parser::Numeric,
-                                         sf::ReplaceBehaviour::Strict));
-    QCOMPARE(tokens.at(0).getPayload(), QStringLiteral("10"));
-    QCOMPARE(tokens.at(0).getType(), sf::parser::Numeric);
-    QCOMPARE(tokens.at(2).getPayload(), QStringLiteral("1"));
-    QVERIFY(m_manager->getSetting(QStringLiteral("Cells2"))->getDependents().contains(referrer));
-
-    sf::parser::TokenList unknown{sf::parser::Token(QStringLiteral("Nope"), sf::parser::Dependent),
-                                  sf::parser::Token(QString(), sf::parser::End)};
-    QVERIFY(!m_manager->replaceDependents(referrer, unknown, sf::parser::Numeric,
-                                          sf::ReplaceBehaviour::Strict));
 }
 
 void TestSettingManagerValues::nominalCellVoltages() {

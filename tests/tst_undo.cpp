@@ -103,8 +103,6 @@ void TestUndo::editRecords_data() {
         << "Cells1" << QVariant(12) << -1 << true << QStringList();
     QTest::newRow("bit set to the state it has")
         << "Flags" << QVariant(true) << 0 << false << QStringList();
-    QTest::newRow("bit cleared to the state it has")
-        << "Flags" << QVariant(false) << 1 << false << QStringList();
     QTest::newRow("bit changed") << "Flags" << QVariant(true) << 1 << true << QStringList{"Flags"};
     QTest::newRow("bit beyond the labels")
         << "Flags" << QVariant(true) << 3 << false << QStringList();
@@ -115,9 +113,6 @@ void TestUndo::editRecords_data() {
     QTest::newRow("list to the stored index")
         << "Screen" << QVariant(1) << -1 << false << QStringList();
     QTest::newRow("list changed") << "Screen" << QVariant(2) << -1 << true << QStringList{"Screen"};
-    QTest::newRow("list index out of range")
-        << "Screen" << QVariant(3) << -1 << false << QStringList();
-    QTest::newRow("unknown setting") << "Nope" << QVariant(1) << -1 << false << QStringList();
 }
 
 void TestUndo::editRecords() {
