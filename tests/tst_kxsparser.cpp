@@ -48,515 +48,444 @@ RawLayout typedLayout(const QList<int>& types) {
 
 class TestKxsParser : public QObject {
     Q_OBJECT
+
+    // Outputs of the reader calls, shared by every test.
+    const NamesTableEntryV1* e = nullptr;
+    const char* d = nullptr;
+
 private slots:
-    void freshReader();
-    void open_data();
-    void open();
-    void openFile();
-    void version_data();
-    void version();
-    void roundTrip_data();
-    void roundTrip();
-    void nameMatching_data();
-    void nameMatching();
-    void typeSelection_data();
-    void typeSelection();
-    void hasNextCountsOnlyExactType();
-    void iterationRunsPastNamesTable();
-    void lengthZeroLeavesCursor();
-    void damagedEntries_data();
-    void damagedEntries();
-    void cursorRules();
-    void stringListWalk();
-    void missingArguments();
-};
+    void open_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("accepted");
 
-void TestKxsParser::freshReader() {
-    KxsParser p;
-    QVERIFY(!p.isOpen());
-    QCOMPARE(p.getOffset(), 0u);
-    QCOMPARE(p.getKxsFormat(), 0xFFFFFFFFu);
-    QCOMPARE(p.getKxsVersion(), QString());
-    QVERIFY(!p.hasNext());
-    QVERIFY(!p.hasNext(1));
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    QVERIFY(!p.getNext(&e, &d, 1));
-    QVERIFY(!p.getEntry(&e, &d, QStringLiteral("x"), 0));
-}
+        RawLayout good;
+        good.names = rawEntry(1, 0, 8, z("S"));
+        good.data = le32(1) + le32(1);
+        const int size = good.toBytes().size();
+        const int dataStart = 40 + good.names.size();
+        auto with = [&](auto change) {
+            RawLayout l = good;
+            change(l);
+            return l.toBytes();
+        };
 
-void TestKxsParser::open_data() {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("accepted");
-
-    RawLayout good;
-    good.names = rawEntry(1, 0, 8, z("S"));
-    good.data = le32(1) + le32(1);
-    const int size = good.toBytes().size();
-    const int dataStart = 40 + good.names.size();
-    auto with = [&](auto change) {
-        RawLayout l = good;
-        change(l);
-        return l.toBytes();
-    };
-
-    QTest::newRow("format 1000") << good.toBytes() << true;
-    QTest::newRow("format 1001") << with([](RawLayout& l) { l.format = 1001; }) << true;
-    QTest::newRow("format 999") << with([](RawLayout& l) { l.format = 999; }) << false;
-    QTest::newRow("format 1002") << with([](RawLayout& l) { l.format = 1002; }) << false;
-    QTest::newRow("format 0") << with([](RawLayout& l) { l.format = 0; }) << false;
-    QTest::newRow("bad magic") << with([](RawLayout& l) { l.magic = "KXDATB"; }) << false;
-    QTest::newRow("lower-case magic") << with([](RawLayout& l) { l.magic = "kxdata"; }) << false;
-    QTest::newRow("empty") << QByteArray() << false;
-    QTest::newRow("header cut at 39 bytes") << good.toBytes().left(39) << false;
-    QTest::newRow("bare 40-byte header, empty tables") << with([](RawLayout& l) {
-        l.names.clear();
-        l.data.clear();
-    }) << true;
-    QTest::newRow("data end exactly at file end")
-        << with([&](RawLayout& l) { l.dataSize = size - dataStart; }) << true;
-    QTest::newRow("data end one past file end")
-        << with([&](RawLayout& l) { l.dataSize = size - dataStart + 1; }) << false;
-    QTest::newRow("names end one past file end")
-        << with([&](RawLayout& l) { l.namesSize = size - 40 + 1; }) << false;
-    QTest::newRow("names offset past file end") << with([&](RawLayout& l) {
-        l.namesOffset = size + 1;
-        l.namesSize = 0;
-    }) << false;
-    QTest::newRow("data sum wraps to a small number") << with([](RawLayout& l) {
-        l.dataOffset = 0xFFFFFFF0;
-        l.dataSize = 0x20;
-    }) << true;
-    QTest::newRow("names sum wraps to a small number") << with([](RawLayout& l) {
-        l.namesOffset = 0xFFFFFFFF;
-        l.namesSize = 1;
-    }) << true;
-    QTest::newRow("data sum wraps past file size") << with([&](RawLayout& l) {
-        l.dataOffset = 0xFFFFFFFF;
-        l.dataSize = static_cast<quint32>(size) + 2;
-    }) << false;
-    QTest::newRow("truncated after the names table") << good.toBytes().left(dataStart) << false;
-}
-
-void TestKxsParser::open() {
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, accepted);
-    KxsParser p;
-    QCOMPARE(p.openKxsData(bytes), accepted);
-    QCOMPARE(p.isOpen(), accepted);
-    QCOMPARE(KxsParser::headerProblem(bytes).isEmpty(), accepted);
-    if (!accepted) {
-        QCOMPARE(p.getKxsFormat(), 0xFFFFFFFFu);
-        return;
+        QTest::newRow("format 1000") << good.toBytes() << true;
+        QTest::newRow("format 1001") << with([](RawLayout& l) { l.format = 1001; }) << true;
+        QTest::newRow("format 999") << with([](RawLayout& l) { l.format = 999; }) << false;
+        QTest::newRow("format 1002") << with([](RawLayout& l) { l.format = 1002; }) << false;
+        QTest::newRow("bad magic") << with([](RawLayout& l) { l.magic = "KXDATB"; }) << false;
+        QTest::newRow("empty") << QByteArray() << false;
+        QTest::newRow("header cut at 39 bytes") << good.toBytes().left(39) << false;
+        QTest::newRow("bare 40-byte header, empty tables") << with([](RawLayout& l) {
+            l.names.clear();
+            l.data.clear();
+        }) << true;
+        QTest::newRow("data end exactly at file end")
+            << with([&](RawLayout& l) { l.dataSize = size - dataStart; }) << true;
+        QTest::newRow("data end one past file end")
+            << with([&](RawLayout& l) { l.dataSize = size - dataStart + 1; }) << false;
+        QTest::newRow("names end one past file end")
+            << with([&](RawLayout& l) { l.namesSize = size - 40 + 1; }) << false;
+        QTest::newRow("names offset past file end") << with([&](RawLayout& l) {
+            l.namesOffset = size + 1;
+            l.namesSize = 0;
+        }) << false;
+        QTest::newRow("data sum wraps to a small number") << with([](RawLayout& l) {
+            l.dataOffset = 0xFFFFFFF0;
+            l.dataSize = 0x20;
+        }) << true;
+        QTest::newRow("data sum wraps past file size") << with([&](RawLayout& l) {
+            l.dataOffset = 0xFFFFFFFF;
+            l.dataSize = static_cast<quint32>(size) + 2;
+        }) << false;
+        QTest::newRow("truncated after the names table") << good.toBytes().left(dataStart) << false;
     }
-    QCOMPARE(p.getOffset(), kxs::readLE32(bytes.constData() + kxs::KXS_HEADER_NAMES_OFFSET));
-    // Whatever the header says, walking the file never leaves it.
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    for (quint8 type = 0; type < 6; ++type) {
+
+    void open() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, accepted);
+        KxsParser p;
+        QCOMPARE(p.openKxsData(bytes), accepted);
+        QCOMPARE(p.isOpen(), accepted);
+        QCOMPARE(KxsParser::headerProblem(bytes).isEmpty(), accepted);
+        if (!accepted) {
+            QCOMPARE(p.getKxsFormat(), 0xFFFFFFFFu);
+            return;
+        }
+        QCOMPARE(p.getOffset(), kxs::readLE32(bytes.constData() + kxs::KXS_HEADER_NAMES_OFFSET));
+        // Whatever the header says, walking the file never leaves it.
+        for (quint8 type = 0; type < 6; ++type) {
+            p.reset();
+            while (p.getNext(&e, &d, type)) {
+                QVERIFY(d >= bytes.constData());
+                QVERIFY(d + kxs::entrySize(e) <= bytes.constData() + bytes.size());
+                QVERIFY(kxs::entryBytes(e) + kxs::entryLength(e) <=
+                        bytes.constData() + bytes.size());
+            }
+            p.getEntry(&e, &d, QStringLiteral("S"), type);
+        }
+    }
+
+    void openFile() {
+        QTemporaryDir dir;
+        KxsWriter w;
+        QVERIFY(w.setVersion(QStringLiteral("KX3-1.00")));
+        QVERIFY(w.addInteger(QStringLiteral("N"), 7, 1));
+        const QString path = dir.filePath(QStringLiteral("a.kxs"));
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(w.toBytes());
+        f.close();
+
+        KxsParser p;
+        QVERIFY(!p.openKxsFile(QString()));
+        QVERIFY(!p.openKxsFile(dir.filePath(QStringLiteral("missing.kxs"))));
+        QVERIFY(!p.openKxsFile(dir.path())); // a folder
+        QVERIFY(p.openKxsFile(path));
+        QCOMPARE(p.getKxsVersion(), QStringLiteral("KX3-1.00"));
+        QVERIFY(p.getEntry(&e, &d, QStringLiteral("N"), 2));
+        // A failed reopen leaves the reader closed.
+        QVERIFY(!p.openKxsFile(dir.filePath(QStringLiteral("missing.kxs"))));
+        QVERIFY(!p.isOpen());
+        QCOMPARE(p.getKxsVersion(), QString());
+    }
+
+    void version_data() {
+        QTest::addColumn<QByteArray>("field");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("short, terminated") << QByteArray("KX4.02") << QStringLiteral("KX4.02");
+        QTest::newRow("16 bytes, no terminator")
+            << QByteArray("ABCDEFGHIJKLMNOP") << QStringLiteral("ABCDEFGHIJKLMNOP");
+        QTest::newRow("stops at first zero") << QByteArray("AB\0CD", 5) << QStringLiteral("AB");
+        QTest::newRow("Latin-1") << QByteArray("Gr\xfc\xdf") << QStringLiteral("Gr\u00fc\u00df");
+    }
+
+    void version() {
+        QFETCH(QByteArray, field);
+        QFETCH(QString, expected);
+        RawLayout l;
+        l.version = field;
+        KxsParser p;
+        QVERIFY(p.openKxsData(l.toBytes()));
+        QCOMPARE(p.getKxsVersion(), expected);
+    }
+
+    void roundTrip_data() {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("block");
+
+        QTest::newRow("setting") << 1 << QStringLiteral("BattCap")
+                                 << QByteArray::fromHex("200000000200000071") + QByteArray();
+        QTest::newRow("integer 1 byte") << 2 << QStringLiteral("U8") << QByteArray::fromHex("ff");
+        QTest::newRow("integer 8 bytes")
+            << 2 << QStringLiteral("U64") << QByteArray::fromHex("8877665544332211");
+        QTest::newRow("string") << 3 << QStringLiteral("Str") << QByteArray("a,\"b\"\\c");
+        QTest::newRow("string with zero bytes")
+            << 3 << QStringLiteral("Zs") << QByteArray("a\0b\0", 4);
+        QTest::newRow("empty string") << 3 << QStringLiteral("Empty") << QByteArray();
+        QTest::newRow("category") << 4 << QStringLiteral("Batt")
+                                  << QByteArray("\x07\x03"
+                                                "BatteryPre");
+        QTest::newRow("category without preset") << 4 << QStringLiteral("Disp")
+                                                 << QByteArray("\x07\x00"
+                                                               "Display",
+                                                               9);
+        QTest::newRow("244-byte name") << 3 << QString(244, QLatin1Char('n')) << QByteArray("long");
+    }
+
+    void roundTrip() {
+        QFETCH(int, type);
+        QFETCH(QString, name);
+        QFETCH(QByteArray, block);
+
+        // The entry sits between others of every type, so lookups must skip them.
+        KxsWriter w;
+        QVERIFY(w.setVersion(QStringLiteral("RT")));
+        QVERIFY(w.addCategory(QStringLiteral("Before"), QStringLiteral("t"), QStringLiteral("p")));
+        QVERIFY(w.addSetting(QStringLiteral("Before"), 1, 1, QStringLiteral("num")));
+        QVERIFY(w.addInteger(QStringLiteral("Before"), 1, 4));
+        QVERIFY(w.addString(QStringLiteral("Before"), QStringLiteral("b")));
+        QVERIFY2(w.addRaw(static_cast<quint8>(type), name, block), qPrintable(w.errorString()));
+        QVERIFY(w.addString(QStringLiteral("After"), QStringLiteral("a")));
+        const QByteArray bytes = w.toBytes();
+
+        KxsParser p;
+        QVERIFY(p.openKxsData(bytes));
+        QVERIFY(p.getEntry(&e, &d, name, static_cast<quint8>(type)));
+        QCOMPARE(int(kxs::entryType(e)), type);
+        QCOMPARE(kxs::entryName(e), name);
+        QCOMPARE(blockOf(e, d), block);
+        // The cursor now points at "After", the next string.
+        QVERIFY(p.getNext(&e, &d, 3));
+        QCOMPARE(kxs::entryName(e), QStringLiteral("After"));
+
+        // The same entry is reached by iterating its type from the start.
         p.reset();
-        while (p.getNext(&e, &d, type)) {
+        QVERIFY(p.getNext(&e, &d, static_cast<quint8>(type)));
+        QVERIFY(p.getNext(&e, &d, static_cast<quint8>(type)));
+        QCOMPARE(kxs::entryName(e), name);
+        QCOMPARE(blockOf(e, d), block);
+    }
+
+    void nameMatching_data() {
+        QTest::addColumn<QByteArray>("field"); // the stored name field
+        QTest::addColumn<QString>("lookup");
+        QTest::addColumn<bool>("matches");
+
+        QTest::newRow("exact, terminated") << z("Speed") << QStringLiteral("Speed") << true;
+        QTest::newRow("longer lookup, terminated")
+            << z("Speed") << QStringLiteral("SpeedMax") << false;
+        QTest::newRow("unterminated field is a prefix of the lookup")
+            << QByteArray("Speed") << QStringLiteral("SpeedMax") << true;
+        QTest::newRow("unterminated, exact")
+            << QByteArray("Speed") << QStringLiteral("Speed") << true;
+        QTest::newRow("unterminated, shorter lookup")
+            << QByteArray("Speed") << QStringLiteral("Spee") << false;
+        QTest::newRow("bytes after the terminator are ignored")
+            << QByteArray("Ab\0xyz", 6) << QStringLiteral("Ab") << true;
+        QTest::newRow("case matters") << z("speed") << QStringLiteral("Speed") << false;
+        QTest::newRow("Latin-1 bytes") << z("Gr\xf6\xdf"
+                                            "e")
+                                       << QStringLiteral("Gr\u00f6\u00dfe") << true;
+        QTest::newRow("empty field matches any name")
+            << QByteArray() << QStringLiteral("Other") << true;
+        QTest::newRow("empty lookup never matches") << z("") << QString() << false;
+    }
+
+    void nameMatching() {
+        QFETCH(QByteArray, field);
+        QFETCH(QString, lookup);
+        QFETCH(bool, matches);
+        RawLayout l;
+        l.names = rawEntry(3, 0, 1, field);
+        l.data = "x";
+        KxsParser p;
+        QVERIFY(p.openKxsData(l.toBytes()));
+        QCOMPARE(p.getEntry(&e, &d, lookup, 3), matches);
+        QCOMPARE(p.getEntry(&e, &d, lookup, 0), matches);
+    }
+
+    void typeSelection_data() {
+        QTest::addColumn<QList<int>>("types"); // the types of entries all named "N"
+        QTest::addColumn<int>("lookupType");
+        QTest::addColumn<int>("found"); // index of the entry getEntry returns, -1 none
+
+        QTest::newRow("exact type") << QList<int>{1, 2, 3} << 2 << 1;
+        QTest::newRow("type 0 accepts any type") << QList<int>{1, 2, 3} << 0 << 0;
+        QTest::newRow("type 0 entry not found by type 3") << QList<int>{0, 4} << 3 << -1;
+        QTest::newRow("unknown type 9 found only by 9 or 0") << QList<int>{9} << 9 << 0;
+        QTest::newRow("first of several with the type") << QList<int>{3, 1, 1} << 1 << 1;
+    }
+
+    void typeSelection() {
+        QFETCH(QList<int>, types);
+        QFETCH(int, lookupType);
+        QFETCH(int, found);
+        RawLayout l;
+        for (int i = 0; i < types.size(); ++i) {
+            l.names +=
+                rawEntry(static_cast<quint8>(types.at(i)), static_cast<quint32>(i), 1, z("N"));
+            l.data += static_cast<char>(i);
+        }
+        KxsParser p;
+        QVERIFY(p.openKxsData(l.toBytes()));
+        const quint32 before = p.getOffset();
+        QCOMPARE(p.getEntry(&e, &d, QStringLiteral("N"), static_cast<quint8>(lookupType)),
+                 found >= 0);
+        if (found >= 0) {
+            QCOMPARE(int(d[0]), found);
+            QCOMPARE(p.getOffset(), quint32(40 + 12 * (found + 1)));
+        } else {
+            QCOMPARE(p.getOffset(), before);
+        }
+    }
+
+    void hasNextCountsOnlyExactType() {
+        // getNext treats type 0 as any type; hasNext(type) does not.
+        const RawLayout l = typedLayout({2, 0, 2});
+        KxsParser p;
+        QVERIFY(p.openKxsData(l.toBytes()));
+        QVERIFY(p.hasNext(3) == false);
+        QVERIFY(p.getNext(&e, &d, 3));
+        QCOMPARE(kxs::entryName(e), QStringLiteral("N1"));
+        QCOMPARE(int(kxs::entryType(e)), 0);
+        QVERIFY(!p.hasNext(3));
+        QVERIFY(p.hasNext(2));
+        QVERIFY(p.hasNext());
+        QVERIFY(p.getNext(&e, &d, 2));
+        QCOMPARE(kxs::entryName(e), QStringLiteral("N2"));
+        QVERIFY(!p.hasNext());
+        QVERIFY(!p.hasNext(2));
+    }
+
+    void iterationRunsPastNamesTable() {
+        // The data section happens to hold bytes that form an entry: getNext goes on into it,
+        // while hasNext stops at the data section.
+        RawLayout l;
+        l.names = rawEntry(2, 0, 1, z("A"));
+        l.data = QByteArray("\x05") + rawEntry(2, 0, 1, z("Ghost"));
+        KxsParser p;
+        QVERIFY(p.openKxsData(l.toBytes()));
+        QVERIFY(p.getNext(&e, &d, 2));
+        QVERIFY(!p.hasNext());
+        QVERIFY(!p.hasNext(2));
+        // The cursor is at the data section's first byte (length 5: too short, refused).
+        QVERIFY(!p.getNext(&e, &d, 2));
+        p.setOffset(p.getOffset() + 1);
+        QVERIFY(p.getNext(&e, &d, 2));
+        QCOMPARE(kxs::entryName(e), QStringLiteral("Ghost"));
+        QCOMPARE(int(d[0]), 5);
+        // getEntry searches the names table only.
+        QVERIFY(!p.getEntry(&e, &d, QStringLiteral("Ghost"), 0));
+    }
+
+    void lengthZeroLeavesCursor() {
+        RawLayout l;
+        l.names =
+            rawEntry(1, 0, 8, z("S")) + rawEntry(0, 1, 0, 8, z("Zero")) + rawEntry(1, 0, 8, z("T"));
+        l.data = le32(1) + le32(1);
+        KxsParser p;
+        QVERIFY(p.openKxsData(l.toBytes()));
+        QVERIFY(p.getNext(&e, &d, 1));
+        const quint32 cursor = p.getOffset();
+        QCOMPARE(cursor, 40u + 12u);
+        QVERIFY(!p.getNext(&e, &d, 1));
+        QCOMPARE(p.getOffset(), cursor);
+        QCOMPARE(kxs::entryName(e), QStringLiteral("S")); // outputs untouched on failure
+        QVERIFY(!p.hasNext(1));
+        // The name lookup stops there too, without finding what lies behind.
+        QVERIFY(!p.getEntry(&e, &d, QStringLiteral("T"), 1));
+        QCOMPARE(p.getOffset(), cursor);
+    }
+
+    void damagedEntries_data() {
+        // The entry under test comes first, then a good setting "GOOD".
+        QTest::addColumn<QByteArray>("first");
+        QTest::addColumn<QString>("nextSetting"); // name getNext(1) returns, "-": it fails
+        QTest::addColumn<bool>("hasNextSetting");
+        QTest::addColumn<bool>("goodFound"); // getEntry("GOOD", 1)
+        QTest::addColumn<bool>("badFound");  // getEntry("BAD", 0)
+
+        // The data section is 8 bytes (GOOD's block at offset 0).
+        QTest::newRow("well formed")
+            << rawEntry(1, 0, 8, z("BAD")) << "BAD" << true << true << true;
+        QTest::newRow("length 0") << rawEntry(0, 1, 0, 8, z("BAD")) << "-" << false << false
+                                  << false;
+        QTest::newRow("length 9") << rawEntry(9, 1, 0, 8, z("BAD")) << "-" << false << false
+                                  << false;
+        QTest::newRow("length 10, empty name")
+            << rawEntry(10, 1, 0, 8, QByteArray()) << "" << true << true << true;
+        QTest::newRow("data one byte past the file")
+            << rawEntry(1, 1, 8, z("BAD")) << "GOOD" << true << true << false;
+        QTest::newRow("data offset + size wrap in 32 bits")
+            << rawEntry(1, 0xFFFFFFF8, 0x10, z("BAD")) << "GOOD" << true << true << false;
+        QTest::newRow("data size huge")
+            << rawEntry(1, 0, 0xFFFFFFFF, z("BAD")) << "GOOD" << true << true << false;
+        QTest::newRow("type 0 with data outside")
+            << rawEntry(0, 100, 1, z("BAD")) << "GOOD" << true << true << false;
+        QTest::newRow("empty data block at the very end")
+            << rawEntry(1, 8, 0, z("BAD")) << "BAD" << true << true << true;
+    }
+
+    void damagedEntries() {
+        QFETCH(QByteArray, first);
+        QFETCH(QString, nextSetting);
+        QFETCH(bool, hasNextSetting);
+        QFETCH(bool, goodFound);
+        QFETCH(bool, badFound);
+
+        RawLayout l;
+        l.names = first + rawEntry(1, 0, 8, z("GOOD"));
+        l.data = le32(0x20) + le32(2);
+        const QByteArray bytes = l.toBytes();
+        KxsParser p;
+        QVERIFY(p.openKxsData(bytes));
+        QCOMPARE(p.hasNext(1), hasNextSetting);
+        const quint32 start = p.getOffset();
+        const bool fails = nextSetting == QLatin1String("-");
+        QCOMPARE(p.getNext(&e, &d, 1), !fails);
+        if (fails) {
+            QCOMPARE(p.getOffset(), start);
+        } else {
+            QCOMPARE(kxs::entryName(e), nextSetting);
             QVERIFY(d >= bytes.constData());
             QVERIFY(d + kxs::entrySize(e) <= bytes.constData() + bytes.size());
-            QVERIFY(kxs::entryBytes(e) + kxs::entryLength(e) <= bytes.constData() + bytes.size());
         }
-        p.getEntry(&e, &d, QStringLiteral("S"), type);
+        p.reset();
+        const bool good = p.getEntry(&e, &d, QStringLiteral("GOOD"), 1);
+        QCOMPARE(good, goodFound);
+        if (good && kxs::entryNameFieldSize(e) > 0) {
+            QCOMPARE(blockOf(e, d), le32(0x20) + le32(2));
+        }
+        QCOMPARE(p.getEntry(&e, &d, QStringLiteral("BAD"), 0), badFound);
     }
-}
 
-void TestKxsParser::openFile() {
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    KxsWriter w;
-    QVERIFY(w.setVersion(QStringLiteral("KX3-1.00")));
-    QVERIFY(w.addInteger(QStringLiteral("N"), 7, 1));
-    const QString path = dir.filePath(QStringLiteral("a.kxs"));
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(w.toBytes());
-    f.close();
+    void cursorRules() {
+        const RawLayout l = typedLayout({1, 2, 3, 4});
+        const QByteArray bytes = l.toBytes();
+        KxsParser p;
+        QCOMPARE(p.getKxsFormat(), 0xFFFFFFFFu); // nothing open yet
+        QVERIFY(!p.hasNext());
+        p.setOffset(1234);
+        QVERIFY(!p.openKxsData(QByteArray("junk")));
+        QCOMPARE(p.getOffset(), 1234u); // a failed open keeps the cursor
+        p.reset();
+        QCOMPARE(p.getOffset(), 0u); // nothing open
+        QVERIFY(p.openKxsData(bytes));
+        QCOMPARE(p.getOffset(), 40u);
 
-    KxsParser p;
-    QVERIFY(!p.openKxsFile(QString()));
-    QVERIFY(!p.openKxsFile(dir.filePath(QStringLiteral("missing.kxs"))));
-    QVERIFY(!p.openKxsFile(dir.path())); // a folder
-    QVERIFY(p.openKxsFile(path));
-    QVERIFY(p.isOpen());
-    QCOMPARE(p.getKxsVersion(), QStringLiteral("KX3-1.00"));
-    QCOMPARE(p.getKxsFormat(), 1000u);
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    QVERIFY(p.getEntry(&e, &d, QStringLiteral("N"), 2));
-    QCOMPARE(static_cast<quint8>(d[0]), quint8(7));
-    // A failed reopen leaves the reader closed.
-    QVERIFY(!p.openKxsFile(dir.filePath(QStringLiteral("missing.kxs"))));
-    QVERIFY(!p.isOpen());
-    QCOMPARE(p.getKxsVersion(), QString());
-}
+        QVERIFY(p.getEntry(&e, &d, QStringLiteral("N2"), 3));
+        QCOMPARE(p.getOffset(), 40u + 3 * 13);
+        QVERIFY(!p.hasNext(1)); // the setting lies behind the cursor
+        QVERIFY(p.hasNext(4));
+        QCOMPARE(p.getOffset(), 40u + 3 * 13); // hasNext does not move
 
-void TestKxsParser::version_data() {
-    QTest::addColumn<QByteArray>("field");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("short, terminated") << QByteArray("KX4.02") << QStringLiteral("KX4.02");
-    QTest::newRow("16 bytes, no terminator")
-        << QByteArray("ABCDEFGHIJKLMNOP") << QStringLiteral("ABCDEFGHIJKLMNOP");
-    QTest::newRow("15 bytes and terminator")
-        << QByteArray("ABCDEFGHIJKLMNO") << QStringLiteral("ABCDEFGHIJKLMNO");
-    QTest::newRow("stops at first zero") << QByteArray("AB\0CD", 5) << QStringLiteral("AB");
-    QTest::newRow("empty") << QByteArray() << QString();
-    QTest::newRow("Latin-1") << QByteArray("Gr\xfc\xdf") << QStringLiteral("Gr\u00fc\u00df");
-}
+        p.setOffset(0xFFFFFFFFu);
+        QVERIFY(!p.hasNext());
+        QVERIFY(!p.getNext(&e, &d, 4));
+        QCOMPARE(p.getOffset(), 0xFFFFFFFFu);
+        p.setOffset(static_cast<quint32>(bytes.size()) - 3); // inside the data section
+        QVERIFY(!p.getNext(&e, &d, 0));
+        p.reset();
+        QCOMPARE(p.getOffset(), 40u);
 
-void TestKxsParser::version() {
-    QFETCH(QByteArray, field);
-    QFETCH(QString, expected);
-    RawLayout l;
-    l.version = field;
-    KxsParser p;
-    QVERIFY(p.openKxsData(l.toBytes()));
-    QCOMPARE(p.getKxsVersion(), expected);
-}
-
-void TestKxsParser::roundTrip_data() {
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("block");
-
-    QTest::newRow("setting") << 1 << QStringLiteral("BattCap")
-                             << QByteArray::fromHex("200000000200000071") + QByteArray();
-    QTest::newRow("integer 1 byte") << 2 << QStringLiteral("U8") << QByteArray::fromHex("ff");
-    QTest::newRow("integer 2 bytes") << 2 << QStringLiteral("U16") << QByteArray::fromHex("3412");
-    QTest::newRow("integer 4 bytes")
-        << 2 << QStringLiteral("U32") << QByteArray::fromHex("78563412");
-    QTest::newRow("integer 8 bytes")
-        << 2 << QStringLiteral("U64") << QByteArray::fromHex("8877665544332211");
-    QTest::newRow("string") << 3 << QStringLiteral("Str") << QByteArray("a,\"b\"\\c");
-    QTest::newRow("string with zero bytes") << 3 << QStringLiteral("Zs") << QByteArray("a\0b\0", 4);
-    QTest::newRow("empty string") << 3 << QStringLiteral("Empty") << QByteArray();
-    QTest::newRow("category") << 4 << QStringLiteral("Batt")
-                              << QByteArray("\x07\x03"
-                                            "BatteryPre");
-    QTest::newRow("category without preset") << 4 << QStringLiteral("Disp")
-                                             << QByteArray("\x07\x00"
-                                                           "Display",
-                                                           9);
-    QTest::newRow("Latin-1 name") << 3 << QStringLiteral("Gr\u00f6\u00dfe") << QByteArray("x");
-    QTest::newRow("244-byte name") << 3 << QString(244, QLatin1Char('n')) << QByteArray("long");
-}
-
-void TestKxsParser::roundTrip() {
-    QFETCH(int, type);
-    QFETCH(QString, name);
-    QFETCH(QByteArray, block);
-
-    // The entry sits between others of every type, so lookups must skip them.
-    KxsWriter w;
-    QVERIFY(w.setVersion(QStringLiteral("RT")));
-    QVERIFY(w.addCategory(QStringLiteral("Before"), QStringLiteral("t"), QStringLiteral("p")));
-    QVERIFY(w.addSetting(QStringLiteral("Before"), 1, 1, QStringLiteral("num")));
-    QVERIFY(w.addInteger(QStringLiteral("Before"), 1, 4));
-    QVERIFY(w.addString(QStringLiteral("Before"), QStringLiteral("b")));
-    QVERIFY2(w.addRaw(static_cast<quint8>(type), name, block), qPrintable(w.errorString()));
-    QVERIFY(w.addString(QStringLiteral("After"), QStringLiteral("a")));
-    const QByteArray bytes = w.toBytes();
-
-    KxsParser p;
-    QVERIFY(p.openKxsData(bytes));
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    QVERIFY(p.getEntry(&e, &d, name, static_cast<quint8>(type)));
-    QCOMPARE(int(kxs::entryType(e)), type);
-    QCOMPARE(kxs::entryName(e), name);
-    QCOMPARE(blockOf(e, d), block);
-    // The cursor now points at "After", the next string.
-    QVERIFY(p.getNext(&e, &d, 3));
-    QCOMPARE(kxs::entryName(e), QStringLiteral("After"));
-
-    // The same entry is reached by iterating its type from the start.
-    p.reset();
-    QVERIFY(p.getNext(&e, &d, static_cast<quint8>(type)));
-    QVERIFY(p.getNext(&e, &d, static_cast<quint8>(type)));
-    QCOMPARE(kxs::entryName(e), name);
-    QCOMPARE(blockOf(e, d), block);
-}
-
-void TestKxsParser::nameMatching_data() {
-    QTest::addColumn<QByteArray>("field"); // the stored name field
-    QTest::addColumn<QString>("lookup");
-    QTest::addColumn<bool>("matches");
-
-    QTest::newRow("exact, terminated") << z("Speed") << QStringLiteral("Speed") << true;
-    QTest::newRow("longer lookup, terminated") << z("Speed") << QStringLiteral("SpeedMax") << false;
-    QTest::newRow("shorter lookup, terminated") << z("Speed") << QStringLiteral("Spee") << false;
-    QTest::newRow("unterminated field is a prefix of the lookup")
-        << QByteArray("Speed") << QStringLiteral("SpeedMax") << true;
-    QTest::newRow("unterminated, exact") << QByteArray("Speed") << QStringLiteral("Speed") << true;
-    QTest::newRow("unterminated, shorter lookup")
-        << QByteArray("Speed") << QStringLiteral("Spee") << false;
-    QTest::newRow("bytes after the terminator are ignored")
-        << QByteArray("Ab\0xyz", 6) << QStringLiteral("Ab") << true;
-    QTest::newRow("case matters") << z("speed") << QStringLiteral("Speed") << false;
-    QTest::newRow("Latin-1 bytes") << z("Gr\xf6\xdf"
-                                        "e")
-                                   << QStringLiteral("Gr\u00f6\u00dfe") << true;
-    QTest::newRow("empty field matches any name")
-        << QByteArray() << QStringLiteral("Other") << true;
-    QTest::newRow("empty lookup never matches") << z("") << QString() << false;
-}
-
-void TestKxsParser::nameMatching() {
-    QFETCH(QByteArray, field);
-    QFETCH(QString, lookup);
-    QFETCH(bool, matches);
-    RawLayout l;
-    l.names = rawEntry(3, 0, 1, field);
-    l.data = "x";
-    KxsParser p;
-    QVERIFY(p.openKxsData(l.toBytes()));
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    QCOMPARE(p.getEntry(&e, &d, lookup, 3), matches);
-    QCOMPARE(p.getEntry(&e, &d, lookup, 0), matches);
-}
-
-void TestKxsParser::typeSelection_data() {
-    QTest::addColumn<QList<int>>("types"); // the types of entries all named "N"
-    QTest::addColumn<int>("lookupType");
-    QTest::addColumn<int>("found"); // index of the entry getEntry returns, -1 none
-
-    QTest::newRow("exact type") << QList<int>{1, 2, 3} << 2 << 1;
-    QTest::newRow("type 0 accepts any type") << QList<int>{1, 2, 3} << 0 << 0;
-    QTest::newRow("type 0 entry not found by type 3") << QList<int>{0, 4} << 3 << -1;
-    QTest::newRow("type 0 entry found by type 0") << QList<int>{0, 4} << 0 << 0;
-    QTest::newRow("unknown type 9 found only by 9 or 0") << QList<int>{9} << 9 << 0;
-    QTest::newRow("first of several with the type") << QList<int>{3, 1, 1} << 1 << 1;
-}
-
-void TestKxsParser::typeSelection() {
-    QFETCH(QList<int>, types);
-    QFETCH(int, lookupType);
-    QFETCH(int, found);
-    RawLayout l;
-    for (int i = 0; i < types.size(); ++i) {
-        l.names += rawEntry(static_cast<quint8>(types.at(i)), static_cast<quint32>(i), 1, z("N"));
-        l.data += static_cast<char>(i);
+        p.setOffset(77);
+        p.close();
+        QVERIFY(!p.isOpen());
+        QCOMPARE(p.getOffset(), 77u); // close keeps the cursor
+        QVERIFY(!p.getNext(&e, &d, 1));
     }
-    KxsParser p;
-    QVERIFY(p.openKxsData(l.toBytes()));
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    const quint32 before = p.getOffset();
-    QCOMPARE(p.getEntry(&e, &d, QStringLiteral("N"), static_cast<quint8>(lookupType)), found >= 0);
-    if (found >= 0) {
-        QCOMPARE(int(d[0]), found);
-        QCOMPARE(p.getOffset(), quint32(40 + 12 * (found + 1)));
-    } else {
-        QCOMPARE(p.getOffset(), before);
-    }
-}
 
-void TestKxsParser::hasNextCountsOnlyExactType() {
-    // getNext treats type 0 as any type; hasNext(type) does not.
-    const RawLayout l = typedLayout({2, 0, 2});
-    KxsParser p;
-    QVERIFY(p.openKxsData(l.toBytes()));
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    QVERIFY(p.hasNext(3) == false);
-    QVERIFY(p.getNext(&e, &d, 3));
-    QCOMPARE(kxs::entryName(e), QStringLiteral("N1"));
-    QCOMPARE(int(kxs::entryType(e)), 0);
-    QVERIFY(!p.hasNext(3));
-    QVERIFY(p.hasNext(2));
-    QVERIFY(p.hasNext());
-    QVERIFY(p.getNext(&e, &d, 2));
-    QCOMPARE(kxs::entryName(e), QStringLiteral("N2"));
-    QVERIFY(!p.hasNext());
-    QVERIFY(!p.hasNext(2));
-}
-
-void TestKxsParser::iterationRunsPastNamesTable() {
-    // The data section happens to hold bytes that form an entry: getNext goes on into it,
-    // while hasNext stops at the data section.
-    RawLayout l;
-    l.names = rawEntry(2, 0, 1, z("A"));
-    l.data = QByteArray("\x05") + rawEntry(2, 0, 1, z("Ghost"));
-    KxsParser p;
-    QVERIFY(p.openKxsData(l.toBytes()));
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    QVERIFY(p.getNext(&e, &d, 2));
-    QVERIFY(!p.hasNext());
-    QVERIFY(!p.hasNext(2));
-    // The cursor is at the data section's first byte (length 5: too short, refused).
-    QVERIFY(!p.getNext(&e, &d, 2));
-    p.setOffset(p.getOffset() + 1);
-    QVERIFY(p.getNext(&e, &d, 2));
-    QCOMPARE(kxs::entryName(e), QStringLiteral("Ghost"));
-    QCOMPARE(int(d[0]), 5);
-    // getEntry searches the names table only.
-    QVERIFY(!p.getEntry(&e, &d, QStringLiteral("Ghost"), 0));
-}
-
-void TestKxsParser::lengthZeroLeavesCursor() {
-    RawLayout l;
-    l.names =
-        rawEntry(1, 0, 8, z("S")) + rawEntry(0, 1, 0, 8, z("Zero")) + rawEntry(1, 0, 8, z("T"));
-    l.data = le32(1) + le32(1);
-    KxsParser p;
-    QVERIFY(p.openKxsData(l.toBytes()));
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    QVERIFY(p.getNext(&e, &d, 1));
-    const quint32 cursor = p.getOffset();
-    QCOMPARE(cursor, 40u + 12u);
-    QVERIFY(!p.getNext(&e, &d, 1));
-    QCOMPARE(p.getOffset(), cursor);
-    QCOMPARE(kxs::entryName(e), QStringLiteral("S")); // outputs untouched on failure
-    QVERIFY(!p.hasNext(1));
-    // The name lookup stops there too, without finding what lies behind.
-    QVERIFY(!p.getEntry(&e, &d, QStringLiteral("T"), 1));
-    QCOMPARE(p.getOffset(), cursor);
-}
-
-void TestKxsParser::damagedEntries_data() {
-    // The entry under test comes first, then a good setting "GOOD".
-    QTest::addColumn<QByteArray>("first");
-    QTest::addColumn<QString>("nextSetting"); // name getNext(1) returns, "-": it fails
-    QTest::addColumn<bool>("hasNextSetting");
-    QTest::addColumn<bool>("goodFound"); // getEntry("GOOD", 1)
-    QTest::addColumn<bool>("badFound");  // getEntry("BAD", 0)
-
-    // The data section is 8 bytes (GOOD's block at offset 0).
-    QTest::newRow("well formed") << rawEntry(1, 0, 8, z("BAD")) << "BAD" << true << true << true;
-    QTest::newRow("length 0") << rawEntry(0, 1, 0, 8, z("BAD")) << "-" << false << false << false;
-    QTest::newRow("length 5") << rawEntry(5, 1, 0, 8, z("BAD")) << "-" << false << false << false;
-    QTest::newRow("length 9") << rawEntry(9, 1, 0, 8, z("BAD")) << "-" << false << false << false;
-    QTest::newRow("length 10, empty name")
-        << rawEntry(10, 1, 0, 8, QByteArray()) << "" << true << true << true;
-    QTest::newRow("data one byte past the file")
-        << rawEntry(1, 1, 8, z("BAD")) << "GOOD" << true << true << false;
-    QTest::newRow("data offset far outside")
-        << rawEntry(1, 0x7FFFFFFF, 1, z("BAD")) << "GOOD" << true << true << false;
-    QTest::newRow("data offset + size wrap in 32 bits")
-        << rawEntry(1, 0xFFFFFFF8, 0x10, z("BAD")) << "GOOD" << true << true << false;
-    QTest::newRow("data size huge")
-        << rawEntry(1, 0, 0xFFFFFFFF, z("BAD")) << "GOOD" << true << true << false;
-    QTest::newRow("type 0 with data outside")
-        << rawEntry(0, 100, 1, z("BAD")) << "GOOD" << true << true << false;
-    QTest::newRow("empty data block at the very end")
-        << rawEntry(1, 8, 0, z("BAD")) << "BAD" << true << true << true;
-}
-
-void TestKxsParser::damagedEntries() {
-    QFETCH(QByteArray, first);
-    QFETCH(QString, nextSetting);
-    QFETCH(bool, hasNextSetting);
-    QFETCH(bool, goodFound);
-    QFETCH(bool, badFound);
-
-    RawLayout l;
-    l.names = first + rawEntry(1, 0, 8, z("GOOD"));
-    l.data = le32(0x20) + le32(2);
-    const QByteArray bytes = l.toBytes();
-    KxsParser p;
-    QVERIFY(p.openKxsData(bytes));
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    QCOMPARE(p.hasNext(1), hasNextSetting);
-    const quint32 start = p.getOffset();
-    const bool fails = nextSetting == QLatin1String("-");
-    QCOMPARE(p.getNext(&e, &d, 1), !fails);
-    if (fails) {
-        QCOMPARE(p.getOffset(), start);
-    } else {
-        QCOMPARE(kxs::entryName(e), nextSetting);
-        QVERIFY(d >= bytes.constData());
-        QVERIFY(d + kxs::entrySize(e) <= bytes.constData() + bytes.size());
-    }
-    p.reset();
-    const bool good = p.getEntry(&e, &d, QStringLiteral("GOOD"), 1);
-    QCOMPARE(good, goodFound);
-    if (good && kxs::entryNameFieldSize(e) > 0) {
-        QCOMPARE(blockOf(e, d), le32(0x20) + le32(2));
-    }
-    QCOMPARE(p.getEntry(&e, &d, QStringLiteral("BAD"), 0), badFound);
-}
-
-void TestKxsParser::cursorRules() {
-    const RawLayout l = typedLayout({1, 2, 3, 4});
-    const QByteArray bytes = l.toBytes();
-    KxsParser p;
-    p.setOffset(1234);
-    QVERIFY(!p.openKxsData(QByteArray("junk")));
-    QCOMPARE(p.getOffset(), 1234u); // a failed open keeps the cursor
-    p.reset();
-    QCOMPARE(p.getOffset(), 0u); // nothing open
-    QVERIFY(p.openKxsData(bytes));
-    QCOMPARE(p.getOffset(), 40u);
-
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    QVERIFY(p.getEntry(&e, &d, QStringLiteral("N2"), 3));
-    QCOMPARE(p.getOffset(), 40u + 3 * 13);
-    QVERIFY(!p.getEntry(&e, &d, QStringLiteral("N9"), 0));
-    QCOMPARE(p.getOffset(), 40u + 3 * 13);
-    QVERIFY(!p.hasNext(1)); // the setting lies behind the cursor
-    QVERIFY(p.hasNext(4));
-    QCOMPARE(p.getOffset(), 40u + 3 * 13); // hasNext does not move
-
-    p.setOffset(0xFFFFFFFFu);
-    QVERIFY(!p.hasNext());
-    QVERIFY(!p.getNext(&e, &d, 4));
-    QCOMPARE(p.getOffset(), 0xFFFFFFFFu);
-    p.setOffset(static_cast<quint32>(bytes.size()) - 3); // inside the data section
-    QVERIFY(!p.getNext(&e, &d, 0));
-    p.reset();
-    QCOMPARE(p.getOffset(), 40u);
-
-    p.setOffset(77);
-    p.close();
-    QVERIFY(!p.isOpen());
-    QCOMPARE(p.getOffset(), 77u); // close keeps the cursor
-    QVERIFY(!p.getNext(&e, &d, 1));
-}
-
-void TestKxsParser::stringListWalk() {
-    const QByteArray bytes = testsupport::compileLayout(QStringLiteral(
-        "setting S 1 1 = num\nstrings Modes \"Off\" \"On\" \"Auto\"\nstring Other \"x\"\n"));
-    QVERIFY(!bytes.isEmpty());
-    KxsParser p;
-    QVERIFY(p.openKxsData(bytes));
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    QStringList texts;
-    QVERIFY(p.getEntry(&e, &d, QStringLiteral("Modes"), 3));
-    texts << kxs::readStringData(e, d);
-    while (texts.size() < 4 && p.hasNext(3) && p.getNext(&e, &d, 3)) {
+    void stringListWalk() {
+        const QByteArray bytes = testsupport::compileLayout(QStringLiteral(
+            "setting S 1 1 = num\nstrings Modes \"Off\" \"On\" \"Auto\"\nstring Other \"x\"\n"));
+        QVERIFY(!bytes.isEmpty());
+        KxsParser p;
+        QVERIFY(p.openKxsData(bytes));
+        QStringList texts;
+        QVERIFY(p.getEntry(&e, &d, QStringLiteral("Modes"), 3));
         texts << kxs::readStringData(e, d);
+        while (texts.size() < 4 && p.hasNext(3) && p.getNext(&e, &d, 3)) {
+            texts << kxs::readStringData(e, d);
+        }
+        // The list's count constant lies between "Auto" and "Other" and is skipped.
+        QCOMPARE(texts, QStringList({QStringLiteral("Off"), QStringLiteral("On"),
+                                     QStringLiteral("Auto"), QStringLiteral("x")}));
     }
-    // The list's count constant lies between "Auto" and "Other" and is skipped.
-    QCOMPARE(texts, QStringList({QStringLiteral("Off"), QStringLiteral("On"),
-                                 QStringLiteral("Auto"), QStringLiteral("x")}));
-    QVERIFY(p.getEntry(&e, &d, QStringLiteral("Modes_COUNT"), 2));
-    quint64 count = 0;
-    QVERIFY(kxs::readIntegerData(e, d, &count));
-    QCOMPARE(count, quint64(3));
-}
 
-void TestKxsParser::missingArguments() {
-    const RawLayout l = typedLayout({1});
-    KxsParser p;
-    QVERIFY(p.openKxsData(l.toBytes()));
-    const NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    QVERIFY(!p.getNext(nullptr, &d, 1));
-    QVERIFY(!p.getNext(&e, nullptr, 1));
-    QVERIFY(!p.getEntry(nullptr, &d, QStringLiteral("N0"), 1));
-    QVERIFY(!p.getEntry(&e, nullptr, QStringLiteral("N0"), 1));
-    QVERIFY(!p.getEntry(&e, &d, QString(), 0));
-    QCOMPARE(p.getOffset(), 40u);
-}
+    void missingArguments() {
+        const RawLayout l = typedLayout({1});
+        KxsParser p;
+        QVERIFY(p.openKxsData(l.toBytes()));
+        QVERIFY(!p.getNext(nullptr, &d, 1));
+        QVERIFY(!p.getNext(&e, nullptr, 1));
+        QVERIFY(!p.getEntry(nullptr, &d, QStringLiteral("N0"), 1));
+        QVERIFY(!p.getEntry(&e, nullptr, QStringLiteral("N0"), 1));
+        QVERIFY(!p.getEntry(&e, &d, QString(), 0));
+        QCOMPARE(p.getOffset(), 40u);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestKxsParser)
 #include "tst_kxsparser.moc"
