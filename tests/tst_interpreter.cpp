@@ -17,204 +17,6 @@ using kxs::compiler::KxsWriter;
 using testsupport::renderTokens;
 using testsupport::tokensOf;
 
-class TestInterpreter : public QObject {
-    Q_OBJECT
-private slots:
-    void split_data();
-    void split();
-    void tokenDelimiterShortcut();
-    void splitRefusesMissingInput();
-    void splitEndsOnEmptyMatches();
-    void tokenize_data();
-    void tokenize();
-    void tokenizeFailureLeavesList();
-    void preprocessEdges();
-    void settingMarkers_data();
-    void settingMarkers();
-    void settingFields();
-    void walksCategoriesAndSettingsIndependently();
-    void unreadableDefinitionStopsTheWalk();
-    void resetStartsOver();
-    void integers_data();
-    void integers();
-    void stringLists_data();
-    void stringLists();
-    void closedInterpreterGivesNothing();
-    void loadsFromFile();
-};
-
-// ---------------------------------------------------------------------------------------
-// Splitting
-
-void TestInterpreter::split_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("pattern");
-    QTest::addColumn<bool>("keep");
-    QTest::addColumn<QStringList>("pieces");
-
-    const QString tokens = TOKEN_REGEX.pattern();
-    QTest::newRow("comma kept") << "a,b" << tokens << true << QStringList{"a", ",", "b"};
-    QTest::newRow("no delimiter keeps text as is")
-        << "  abc " << QStringLiteral(",") << true << QStringList{"  abc "};
-    QTest::newRow("pieces trimmed")
-        << " a , b " << QStringLiteral(",") << true << QStringList{"a", ",", "b"};
-    QTest::newRow("blank delimiter kept untrimmed")
-        << "a b" << tokens << true << QStringList{"a", " ", "b"};
-    QTest::newRow("adjacent delimiters")
-        << "(-1)" << tokens << true << QStringList{"(", "-", "1", ")", ""};
-    QTest::newRow("empty pieces") << ",," << tokens << true << QStringList{",", ",", ""};
-    QTest::newRow("empty pieces dropped") << ",," << tokens << false << QStringList{""};
-    QTest::newRow("quoted comma") << "\"x,y\",z" << tokens << true
-                                  << QStringList{"\"x,y\"", ",", "z"};
-    QTest::newRow("quoted blanks") << "list, \"Hello big world\"" << tokens << true
-                                   << QStringList{"list", ",", " ", "\"Hello big world\""};
-    QTest::newRow("escaped quote stays inside")
-        << "\"a\\\",b\",c" << tokens << true << QStringList{"\"a\\\",b\"", ",", "c"};
-    QTest::newRow("escaped quote does not open")
-        << "a\\\"b,c" << tokens << true << QStringList{"a\\\"b", ",", "c"};
-    QTest::newRow("unclosed quote swallows the rest")
-        << "a,\"b,c" << tokens << true << QStringList{"a", ",", "\"b,c"};
-    QTest::newRow("quote after backslash at start of piece")
-        << "x,\\\",y" << tokens << true << QStringList{"x", ",", "\\\"", ",", "y"};
-    QTest::newRow("multi-character delimiter")
-        << "a::b" << QStringLiteral("::") << true << QStringList{"a", "::", "b"};
-}
-
-void TestInterpreter::split() {
-    QFETCH(QString, text);
-    QFETCH(QString, pattern);
-    QFETCH(bool, keep);
-    QFETCH(QStringList, pieces);
-    QStringList out{QStringLiteral("stale")};
-    QVERIFY(Interpreter::splitInput(text, &out, QRegularExpression(pattern), keep));
-    QCOMPARE(out, pieces);
-    // The delimiter pattern of definitions is recognised without running it; an equal
-    // pattern written differently runs it, with the same result.
-    const QRegularExpression wrapped(QStringLiteral("(?:%1)").arg(pattern));
-    QVERIFY(Interpreter::splitInput(text, &out, wrapped, keep));
-    QCOMPARE(out, pieces);
-}
-
-// Every character splits the same way with and without the shortcut for the token
-// delimiters.
-void TestInterpreter::tokenDelimiterShortcut() {
-    const QRegularExpression wrapped(QStringLiteral("(?:%1)").arg(TOKEN_REGEX.pattern()));
-    for (ushort u = 1; u < 0x180; ++u) {
-        const QString text = QStringLiteral("a") + QChar(u) + QStringLiteral("b");
-        QStringList fast;
-        QStringList slow;
-        QVERIFY(Interpreter::splitInput(text, &fast, TOKEN_REGEX, true));
-        QVERIFY(Interpreter::splitInput(text, &slow, wrapped, true));
-        QVERIFY2(fast == slow, qPrintable(QStringLiteral("character %1").arg(u)));
-    }
-}
-
-void TestInterpreter::splitRefusesMissingInput() {
-    QStringList out{QStringLiteral("kept")};
-    QVERIFY(!Interpreter::splitInput(QString(), &out, TOKEN_REGEX, true));
-    QCOMPARE(out, QStringList{QStringLiteral("kept")});
-    QVERIFY(!Interpreter::splitInput(QStringLiteral("a,b"), nullptr, TOKEN_REGEX, true));
-    QVERIFY(!Interpreter::splitInput(QStringLiteral("a,b"), &out,
-                                     QRegularExpression(QStringLiteral("(")), true));
-}
-
-// A pattern that matches the empty text must still move on by a character each step.
-void TestInterpreter::splitEndsOnEmptyMatches() {
-    QStringList out;
-    QVERIFY(Interpreter::splitInput(QStringLiteral("ab,c"), &out,
-                                    QRegularExpression(QStringLiteral("x*")), true));
-    QCOMPARE(out.join(QString()), QStringLiteral("ab,c"));
-}
-
-// ---------------------------------------------------------------------------------------
-// Tokenising and preprocessing
-
-void TestInterpreter::tokenize_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("tokens");
-
-    QTest::newRow("kind word and fields") << "num, u16, 0`100, [*10/256]"
-                                          << "s:num , @u16 , 0 ` 100 , [ * 10 / 256 ] $";
-    QTest::newRow("split comparison joined") << "x, a < = b"
-                                             << "s:x , @a <= @b $";
-    QTest::newRow("and") << "x, a && b"
-                         << "s:x , @a && @b $";
-    QTest::newRow("ampersand and bar stay two") << "x, a &| b"
-                                                << "s:x , @a & | @b $";
-    QTest::newRow("equals after not equal") << "x, a ! = = b"
-                                            << "s:x , @a != = @b $";
-    QTest::newRow("three equals") << "x, a===b"
-                                  << "s:x , @a == = @b $";
-    QTest::newRow("less then greater stay two") << "x, a <> b"
-                                                << "s:x , @a < > @b $";
-    QTest::newRow("indexed reference") << "x, Cell[3]"
-                                       << "s:x , @Cell[3] $";
-    QTest::newRow("indexed reference with blanks") << "x, Cell [ 3 ]"
-                                                   << "s:x , @Cell[3] $";
-    QTest::newRow("hexadecimal index") << "x, Cell[0x3]"
-                                       << "s:x , @Cell[0x3] $";
-    QTest::newRow("reference index stays apart") << "x, Cell[x]"
-                                                 << "s:x , @Cell [ @x ] $";
-    QTest::newRow("expression index stays apart") << "x, Cell[1+1]"
-                                                  << "s:x , @Cell [ 1 + 1 ] $";
-    QTest::newRow("second index stays apart") << "x, Cell[3][4]"
-                                              << "s:x , @Cell[3] [ 4 ] $";
-    QTest::newRow("kind word never changed") << "Cell[3], a"
-                                             << "s:Cell [ 3 ] , @a $";
-    QTest::newRow("kind word operator not joined") << "< = a"
-                                                   << "< = @a $";
-    QTest::newRow("quoted text stays a string") << "list, \"Hello, world\", x"
-                                                << "s:list , s:\"Hello, world\" , @x $";
-    QTest::newRow("half-quoted text is a reference") << "x, \"abc"
-                                                     << "s:x , @\"abc $";
-    QTest::newRow("ternary") << "x, A > 2 ? 5 : 6"
-                             << "s:x , @A > 2 ? 5 : 6 $";
-    QTest::newRow("tabs and newlines") << "x,\t1\n`\r2"
-                                       << "s:x , 1 ` 2 $";
-    QTest::newRow("only blanks") << "   "
-                                 << "$";
-    QTest::newRow("marker stays for the reader") << "x, DIS"
-                                                 << "s:x , @DIS $";
-}
-
-void TestInterpreter::tokenize() {
-    QFETCH(QString, text);
-    QFETCH(QString, tokens);
-    TokenList list{Token(QStringLiteral("stale"))};
-    QVERIFY(Interpreter::tokenize(&list, text, TOKEN_REGEX));
-    QCOMPARE(renderTokens(list), tokens);
-    QCOMPARE(list.last().getType(), End);
-}
-
-void TestInterpreter::tokenizeFailureLeavesList() {
-    TokenList list{Token(QStringLiteral("kept"))};
-    QVERIFY(!Interpreter::tokenize(&list, QString(), TOKEN_REGEX));
-    QCOMPARE(list.size(), 1);
-    QVERIFY(!Interpreter::tokenize(nullptr, QStringLiteral("x"), TOKEN_REGEX));
-}
-
-void TestInterpreter::preprocessEdges() {
-    QVERIFY(!Interpreter::preprocessTokenList(nullptr));
-    TokenList empty;
-    QVERIFY(Interpreter::preprocessTokenList(&empty));
-    QVERIFY(empty.isEmpty());
-
-    // Only blanks: all removed. A leading blank does not hide the kind word.
-    TokenList list{Token(QStringLiteral(" ")), Token(QStringLiteral("num")),
-                   Token(QStringLiteral(" ")), Token(QStringLiteral("Speed"))};
-    QVERIFY(Interpreter::preprocessTokenList(&list));
-    QCOMPARE(renderTokens(list), QStringLiteral("s:num @Speed"));
-
-    // Running it again changes nothing.
-    TokenList twice = tokensOf(QStringLiteral("x, a <= Cell[2] && \"q\""));
-    const QString once = renderTokens(twice);
-    QVERIFY(Interpreter::preprocessTokenList(&twice));
-    QCOMPARE(renderTokens(twice), once);
-}
-
-// ---------------------------------------------------------------------------------------
-// Layout walking
-
 namespace {
 
 std::unique_ptr<Interpreter> open(const KxsWriter& writer) {
@@ -227,263 +29,393 @@ std::unique_ptr<Interpreter> open(const KxsWriter& writer) {
 
 } // namespace
 
-void TestInterpreter::settingMarkers_data() {
-    QTest::addColumn<QString>("definition");
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<bool>("hidden");
-    QTest::addColumn<QString>("tokens");
+class TestInterpreter : public QObject {
+    Q_OBJECT
 
-    QTest::newRow("no marker") << "num, u8, 0`10" << true << false << "s:num , @u8 , 0 ` 10 $";
-    QTest::newRow("disabled") << "num, u8, DIS" << false << false << "s:num , @u8 $";
-    QTest::newRow("hidden") << "num, u8, HID" << true << true << "s:num , @u8 $";
-    QTest::newRow("lower-case dis is a reference")
-        << "num, u8, dis" << true << false << "s:num , @u8 , @dis $";
-    QTest::newRow("marker must be the whole token")
-        << "num, u8, DISABLED" << true << false << "s:num , @u8 , @DISABLED $";
-    QTest::newRow("quoted marker is no marker")
-        << "num, u8, \"DIS\"" << true << false << "s:num , @u8 , s:\"DIS\" $";
-    QTest::newRow("token before marker removed whatever it is")
-        << "num, u8 HID" << true << true << "s:num , $";
-    QTest::newRow("marker alone") << "DIS" << false << false << "$";
-    QTest::newRow("only one marker removed")
-        << "num, HID, DIS" << false << false << "s:num , @HID $";
-}
+private slots:
+    // Splitting
 
-void TestInterpreter::settingMarkers() {
-    QFETCH(QString, definition);
-    QFETCH(bool, enabled);
-    QFETCH(bool, hidden);
-    QFETCH(QString, tokens);
-    KxsWriter writer;
-    QVERIFY(writer.addSetting(QStringLiteral("Value1"), 0x10, 2, definition));
-    auto interpreter = open(writer);
-    QVERIFY(interpreter);
-    TokenList list;
-    std::unique_ptr<sf::RawSetting> raw(interpreter->getNextSetting(&list));
-    QVERIFY(raw);
-    QCOMPARE(raw->isEnabled(), enabled);
-    QCOMPARE(raw->isHidden(), hidden);
-    QCOMPARE(renderTokens(list), tokens);
-}
+    void split_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<bool>("keep");
+        QTest::addColumn<QStringList>("pieces");
 
-void TestInterpreter::settingFields() {
-    KxsWriter writer;
-    QVERIFY(writer.addSetting(QStringLiteral("BattVolt2"), 0x1234, 4, QStringLiteral("num, s32")));
-    auto interpreter = open(writer);
-    QVERIFY(interpreter);
-    TokenList list;
-    std::unique_ptr<sf::RawSetting> raw(interpreter->getNextSetting(&list));
-    QVERIFY(raw);
-    QCOMPARE(raw->getCodeName(), QStringLiteral("BattVolt2"));
-    QCOMPARE(raw->getAddress(), 0x1234);
-    QCOMPARE(raw->getSizeBytes(), 4);
-    QCOMPARE(renderTokens(list), QStringLiteral("s:num , @s32 $"));
-    QVERIFY(!interpreter->hasNextSetting());
-    QVERIFY(!interpreter->getNextSetting(&list));
-    QVERIFY(!interpreter->getNextSetting(nullptr));
-}
+        const QString tokens = TOKEN_REGEX.pattern();
+        QTest::newRow("comma kept") << "a,b" << tokens << true << QStringList{"a", ",", "b"};
+        QTest::newRow("no delimiter keeps text as is")
+            << "  abc " << QStringLiteral(",") << true << QStringList{"  abc "};
+        QTest::newRow("pieces trimmed")
+            << " a , b " << QStringLiteral(",") << true << QStringList{"a", ",", "b"};
+        QTest::newRow("blank delimiter kept untrimmed")
+            << "a b" << tokens << true << QStringList{"a", " ", "b"};
+        QTest::newRow("adjacent delimiters")
+            << "(-1)" << tokens << true << QStringList{"(", "-", "1", ")", ""};
+        QTest::newRow("empty pieces dropped") << ",," << tokens << false << QStringList{""};
+        QTest::newRow("quoted comma")
+            << "\"x,y\",z" << tokens << true << QStringList{"\"x,y\"", ",", "z"};
+        QTest::newRow("escaped quote stays inside")
+            << "\"a\\\",b\",c" << tokens << true << QStringList{"\"a\\\",b\"", ",", "c"};
+        QTest::newRow("escaped quote does not open")
+            << "a\\\"b,c" << tokens << true << QStringList{"a\\\"b", ",", "c"};
+        QTest::newRow("unclosed quote swallows the rest")
+            << "a,\"b,c" << tokens << true << QStringList{"a", ",", "\"b,c"};
+        QTest::newRow("quote after backslash at start of piece")
+            << "x,\\\",y" << tokens << true << QStringList{"x", ",", "\\\"", ",", "y"};
+        QTest::newRow("multi-character delimiter")
+            << "a::b" << QStringLiteral("::") << true << QStringList{"a", "::", "b"};
+    }
 
-void TestInterpreter::walksCategoriesAndSettingsIndependently() {
-    KxsWriter writer;
-    QVERIFY(writer.setVersion(QStringLiteral("KX-1.63")));
-    writer.setFormat(1001);
-    QVERIFY(writer.addCategory(QStringLiteral("batt"), QStringLiteral("Battery"),
-                               QStringLiteral("Pack")));
-    QVERIFY(writer.addSetting(QStringLiteral("A"), 0, 1, QStringLiteral("num, u8")));
-    QVERIFY(writer.addInteger(QStringLiteral("N"), 5, 1));
-    QVERIFY(writer.addSetting(QStringLiteral("B"), 1, 1, QStringLiteral("bool, 8")));
-    QVERIFY(writer.addCategory(QStringLiteral("spd"), QStringLiteral("Speed"), QString()));
-    QVERIFY(writer.addSetting(QStringLiteral("C"), 2, 1, QStringLiteral("list, x")));
-    auto interpreter = open(writer);
-    QVERIFY(interpreter);
-    QCOMPARE(interpreter->getKxsVersion(), QStringLiteral("KX-1.63"));
-    QCOMPARE(interpreter->getKxsFormat(), 1001u);
+    void split() {
+        QFETCH(QString, text);
+        QFETCH(QString, pattern);
+        QFETCH(bool, keep);
+        QFETCH(QStringList, pieces);
+        QStringList out{QStringLiteral("stale")};
+        QVERIFY(Interpreter::splitInput(text, &out, QRegularExpression(pattern), keep));
+        QCOMPARE(out, pieces);
+        // The delimiter pattern of definitions is recognised without running it; an equal
+        // pattern written differently runs it, with the same result.
+        const QRegularExpression wrapped(QStringLiteral("(?:%1)").arg(pattern));
+        QVERIFY(Interpreter::splitInput(text, &out, wrapped, keep));
+        QCOMPARE(out, pieces);
+    }
 
-    TokenList tokens;
-    QStringList order;
-    // Interleave the two walks: neither disturbs the other.
-    for (;;) {
-        bool any = false;
-        if (interpreter->hasNextSetting()) {
-            std::unique_ptr<sf::RawSetting> raw(interpreter->getNextSetting(&tokens));
-            QVERIFY(raw);
-            order << QStringLiteral("setting ") + raw->getCodeName();
-            any = true;
-        }
-        if (interpreter->hasNextCategory()) {
-            std::unique_ptr<sf::Category> cat(interpreter->getNextCategory());
-            QVERIFY(cat);
-            order << QStringLiteral("category %1/%2/%3")
-                         .arg(cat->getName(), cat->getLabel(), cat->getPresetName());
-            QVERIFY(cat->isEnabled());
-            any = true;
-        }
-        // Constants in between do not disturb either walk.
-        QCOMPARE(interpreter->getInteger(QStringLiteral("N")), 5u);
-        if (!any) {
-            break;
+    // Every character splits the same way with and without the shortcut for the token
+    // delimiters.
+    void tokenDelimiterShortcut() {
+        const QRegularExpression wrapped(QStringLiteral("(?:%1)").arg(TOKEN_REGEX.pattern()));
+        for (ushort u = 1; u < 0x180; ++u) {
+            const QString text = QStringLiteral("a") + QChar(u) + QStringLiteral("b");
+            QStringList fast;
+            QStringList slow;
+            QVERIFY(Interpreter::splitInput(text, &fast, TOKEN_REGEX, true));
+            QVERIFY(Interpreter::splitInput(text, &slow, wrapped, true));
+            QVERIFY2(fast == slow, qPrintable(QStringLiteral("character %1").arg(u)));
         }
     }
-    QCOMPARE(order, (QStringList{"setting A", "category Battery/batt/Pack", "setting B",
-                                 "category Speed/spd/", "setting C"}));
-    QVERIFY(!interpreter->getNextCategory());
-    QVERIFY(!interpreter->getNextSetting(&tokens));
-}
 
-// An entry whose definition is empty cannot be tokenised: no setting, and the walk does
-// not move past it (callers stop on null).
-void TestInterpreter::unreadableDefinitionStopsTheWalk() {
-    KxsWriter writer;
-    QVERIFY(writer.addSetting(QStringLiteral("Empty"), 0, 1, QString()));
-    QVERIFY(writer.addSetting(QStringLiteral("Next"), 1, 1, QStringLiteral("num, u8")));
-    auto interpreter = open(writer);
-    QVERIFY(interpreter);
-    TokenList tokens;
-    QVERIFY(!interpreter->getNextSetting(&tokens));
-    QVERIFY(interpreter->hasNextSetting());
-    QVERIFY(!interpreter->getNextSetting(&tokens));
-}
+    void splitRefusesMissingInput() {
+        QStringList out{QStringLiteral("kept")};
+        QVERIFY(!Interpreter::splitInput(QString(), &out, TOKEN_REGEX, true));
+        QCOMPARE(out, QStringList{QStringLiteral("kept")});
+        QVERIFY(!Interpreter::splitInput(QStringLiteral("a,b"), nullptr, TOKEN_REGEX, true));
+        QVERIFY(!Interpreter::splitInput(QStringLiteral("a,b"), &out,
+                                         QRegularExpression(QStringLiteral("(")), true));
+    }
 
-void TestInterpreter::resetStartsOver() {
-    KxsWriter writer;
-    QVERIFY(writer.addCategory(QStringLiteral("c"), QStringLiteral("C"), QString()));
-    QVERIFY(writer.addSetting(QStringLiteral("A"), 0, 1, QStringLiteral("num, u8")));
-    auto interpreter = open(writer);
-    QVERIFY(interpreter);
-    TokenList tokens;
-    delete interpreter->getNextSetting(&tokens);
-    delete interpreter->getNextCategory();
-    QVERIFY(!interpreter->hasNextSetting());
-    QVERIFY(!interpreter->hasNextCategory());
-    interpreter->reset();
-    QVERIFY(interpreter->hasNextSetting());
-    QVERIFY(interpreter->hasNextCategory());
-    std::unique_ptr<sf::RawSetting> raw(interpreter->getNextSetting(&tokens));
-    QVERIFY(raw);
-    QCOMPARE(raw->getCodeName(), QStringLiteral("A"));
-}
+    // A pattern that matches the empty text must still move on by a character each step.
+    void splitEndsOnEmptyMatches() {
+        QStringList out;
+        QVERIFY(Interpreter::splitInput(QStringLiteral("ab,c"), &out,
+                                        QRegularExpression(QStringLiteral("x*")), true));
+        QCOMPARE(out.join(QString()), QStringLiteral("ab,c"));
+    }
 
-void TestInterpreter::integers_data() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<quint32>("value");
-    QTest::newRow("one byte") << "I1" << 0xABu;
-    QTest::newRow("two bytes little-endian") << "I2" << 0x1234u;
-    QTest::newRow("four bytes little-endian") << "I4" << 0x89ABCDEFu;
-    QTest::newRow("eight bytes give the low half") << "I8" << 0x23456789u;
-    QTest::newRow("three bytes are refused") << "I3" << 0u;
-    QTest::newRow("string entry is no integer") << "S" << 0u;
-    QTest::newRow("missing") << "Nope" << 0u;
-    QTest::newRow("empty name") << "" << 0u;
-}
+    // Tokenising and preprocessing
 
-void TestInterpreter::integers() {
-    QFETCH(QString, name);
-    QFETCH(quint32, value);
-    KxsWriter writer;
-    QVERIFY(writer.addInteger(QStringLiteral("I1"), 0xAB, 1));
-    QVERIFY(writer.addInteger(QStringLiteral("I2"), 0x1234, 2));
-    QVERIFY(writer.addInteger(QStringLiteral("I4"), 0x89ABCDEF, 4));
-    QVERIFY(writer.addInteger(QStringLiteral("I8"), Q_UINT64_C(0x0000000123456789), 8));
-    QVERIFY(writer.addRaw(2, QStringLiteral("I3"), QByteArray("\x01\x02\x03", 3)));
-    QVERIFY(writer.addString(QStringLiteral("S"), QStringLiteral("abcd")));
-    auto interpreter = open(writer);
-    QVERIFY(interpreter);
-    QCOMPARE(interpreter->getInteger(name), value);
-}
+    void tokenize_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("tokens");
 
-void TestInterpreter::stringLists_data() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("countName");
-    QTest::addColumn<QStringList>("list");
-    QTest::newRow("whole list") << "Modes"
-                                << "Three" << QStringList{"Off", "Eco", "Sport"};
-    QTest::newRow("shorter count") << "Modes"
-                                   << "Two" << QStringList{"Off", "Eco"};
-    QTest::newRow("from the middle") << "Mid"
-                                     << "Two" << QStringList{"Eco", "Sport"};
-    QTest::newRow("count beyond the strings") << "Modes"
-                                              << "Four" << QStringList{};
-    QTest::newRow("partial list is never returned") << "Mid"
-                                                    << "Three" << QStringList{};
-    QTest::newRow("zero count") << "Modes"
-                                << "Zero" << QStringList{};
-    QTest::newRow("missing count") << "Modes"
-                                   << "Nope" << QStringList{};
-    QTest::newRow("missing first string") << "Nope"
-                                          << "Two" << QStringList{};
-    QTest::newRow("huge count") << "Modes"
-                                << "Huge" << QStringList{};
-}
+        QTest::newRow("kind word and fields")
+            << "num, u16, 0`100, [*10/256]"
+            << QStringLiteral("s:num , @u16 , 0 ` 100 , [ * 10 / 256 ] $");
+        QTest::newRow("split comparison joined")
+            << "x, a < = b" << QStringLiteral("s:x , @a <= @b $");
+        QTest::newRow("ampersand and bar stay two")
+            << "x, a &| b" << QStringLiteral("s:x , @a & | @b $");
+        QTest::newRow("equals after not equal")
+            << "x, a ! = = b" << QStringLiteral("s:x , @a != = @b $");
+        QTest::newRow("three equals") << "x, a===b" << QStringLiteral("s:x , @a == = @b $");
+        QTest::newRow("less then greater stay two")
+            << "x, a <> b" << QStringLiteral("s:x , @a < > @b $");
+        QTest::newRow("indexed reference") << "x, Cell[3]" << QStringLiteral("s:x , @Cell[3] $");
+        QTest::newRow("indexed reference with blanks")
+            << "x, Cell [ 3 ]" << QStringLiteral("s:x , @Cell[3] $");
+        QTest::newRow("reference index stays apart")
+            << "x, Cell[x]" << QStringLiteral("s:x , @Cell [ @x ] $");
+        QTest::newRow("expression index stays apart")
+            << "x, Cell[1+1]" << QStringLiteral("s:x , @Cell [ 1 + 1 ] $");
+        QTest::newRow("second index stays apart")
+            << "x, Cell[3][4]" << QStringLiteral("s:x , @Cell[3] [ 4 ] $");
+        QTest::newRow("kind word never changed")
+            << "Cell[3], a" << QStringLiteral("s:Cell [ 3 ] , @a $");
+        QTest::newRow("kind word operator not joined") << "< = a" << QStringLiteral("< = @a $");
+        QTest::newRow("quoted text stays a string")
+            << "list, \"Hello, world\", x" << QStringLiteral("s:list , s:\"Hello, world\" , @x $");
+        QTest::newRow("half-quoted text is a reference")
+            << "x, \"abc" << QStringLiteral("s:x , @\"abc $");
+        QTest::newRow("tabs and newlines") << "x,\t1\n`\r2" << QStringLiteral("s:x , 1 ` 2 $");
+        QTest::newRow("marker stays for the reader") << "x, DIS" << QStringLiteral("s:x , @DIS $");
+    }
 
-void TestInterpreter::stringLists() {
-    QFETCH(QString, name);
-    QFETCH(QString, countName);
-    QFETCH(QStringList, list);
-    KxsWriter writer;
-    QVERIFY(writer.addInteger(QStringLiteral("Zero"), 0, 1));
-    QVERIFY(writer.addInteger(QStringLiteral("One"), 1, 1));
-    QVERIFY(writer.addInteger(QStringLiteral("Two"), 2, 2));
-    QVERIFY(writer.addInteger(QStringLiteral("Three"), 3, 4));
-    QVERIFY(writer.addInteger(QStringLiteral("Four"), 4, 1));
-    QVERIFY(writer.addInteger(QStringLiteral("Huge"), 0xFFFFFFFFu, 4));
-    QVERIFY(writer.addString(QStringLiteral("Modes"), QStringLiteral("Off")));
-    QVERIFY(writer.addString(QStringLiteral("Mid"), QStringLiteral("Eco")));
-    QVERIFY(writer.addString(QStringLiteral("Last"), QStringLiteral("Sport")));
-    QVERIFY(writer.addSetting(QStringLiteral("After"), 0, 1, QStringLiteral("num, u8")));
-    auto interpreter = open(writer);
-    QVERIFY(interpreter);
-    QCOMPARE(interpreter->getStringList(name, countName), list);
-}
+    void tokenize() {
+        QFETCH(QString, text);
+        QFETCH(QString, tokens);
+        TokenList list{Token(QStringLiteral("stale"))};
+        QVERIFY(Interpreter::tokenize(&list, text, TOKEN_REGEX));
+        QCOMPARE(renderTokens(list), tokens);
+        QCOMPARE(list.last().getType(), End);
+    }
 
-void TestInterpreter::closedInterpreterGivesNothing() {
-    Interpreter interpreter;
-    QVERIFY(!interpreter.isOpen());
-    QVERIFY(!interpreter.loadKxsData(QByteArray("KXDATA not a layout")));
-    QVERIFY(!interpreter.isOpen());
-    TokenList tokens;
-    QVERIFY(!interpreter.hasNextSetting());
-    QVERIFY(!interpreter.hasNextCategory());
-    QVERIFY(!interpreter.getNextSetting(&tokens));
-    QVERIFY(!interpreter.getNextCategory());
-    QCOMPARE(interpreter.getInteger(QStringLiteral("N")), 0u);
-    QVERIFY(interpreter.getStringList(QStringLiteral("S"), QStringLiteral("N")).isEmpty());
-    QVERIFY(interpreter.getKxsVersion().isEmpty());
-    QCOMPARE(interpreter.getKxsFormat(), 0xFFFFFFFFu);
+    void tokenizeFailureLeavesList() {
+        TokenList list{Token(QStringLiteral("kept"))};
+        QVERIFY(!Interpreter::tokenize(&list, QString(), TOKEN_REGEX));
+        QCOMPARE(list.size(), 1);
+        QVERIFY(!Interpreter::tokenize(nullptr, QStringLiteral("x"), TOKEN_REGEX));
+    }
 
-    KxsWriter writer;
-    QVERIFY(writer.addSetting(QStringLiteral("A"), 0, 1, QStringLiteral("num, u8")));
-    QVERIFY(interpreter.loadKxsData(writer.toBytes()));
-    QVERIFY(interpreter.hasNextSetting());
-    interpreter.close();
-    QVERIFY(!interpreter.isOpen());
-    QVERIFY(!interpreter.hasNextSetting());
-    QVERIFY(!interpreter.getNextSetting(&tokens));
-}
+    void preprocessEdges() {
+        QVERIFY(!Interpreter::preprocessTokenList(nullptr));
+        TokenList empty;
+        QVERIFY(Interpreter::preprocessTokenList(&empty));
+        QVERIFY(empty.isEmpty());
 
-void TestInterpreter::loadsFromFile() {
-    QTemporaryDir dir;
-    QVERIFY(dir.isValid());
-    KxsWriter writer;
-    QVERIFY(writer.setVersion(QStringLiteral("V2")));
-    QVERIFY(writer.addSetting(QStringLiteral("A"), 3, 2, QStringLiteral("num, u16, HID")));
-    const QString path = dir.filePath(QStringLiteral("layout.kxs"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(writer.toBytes());
-    file.close();
+        // Only blanks: all removed. A leading blank does not hide the kind word.
+        TokenList list{Token(QStringLiteral(" ")), Token(QStringLiteral("num")),
+                       Token(QStringLiteral(" ")), Token(QStringLiteral("Speed"))};
+        QVERIFY(Interpreter::preprocessTokenList(&list));
+        QCOMPARE(renderTokens(list), QStringLiteral("s:num @Speed"));
 
-    Interpreter interpreter;
-    QVERIFY(!interpreter.loadKxs(dir.filePath(QStringLiteral("missing.kxs"))));
-    QVERIFY(!interpreter.loadKxs(QString()));
-    QVERIFY(interpreter.loadKxs(path));
-    QVERIFY(interpreter.isOpen());
-    QCOMPARE(interpreter.getKxsVersion(), QStringLiteral("V2"));
-    TokenList tokens;
-    std::unique_ptr<sf::RawSetting> raw(interpreter.getNextSetting(&tokens));
-    QVERIFY(raw);
-    QVERIFY(raw->isHidden());
-    QCOMPARE(raw->getAddress(), 3);
-}
+        // Running it again changes nothing.
+        TokenList twice = tokensOf(QStringLiteral("x, a <= Cell[2] && \"q\""));
+        const QString once = renderTokens(twice);
+        QVERIFY(Interpreter::preprocessTokenList(&twice));
+        QCOMPARE(renderTokens(twice), once);
+    }
+
+    // Layout walking
+
+    void settingMarkers_data() {
+        QTest::addColumn<QString>("definition");
+        QTest::addColumn<bool>("enabled");
+        QTest::addColumn<bool>("hidden");
+        QTest::addColumn<QString>("tokens");
+
+        QTest::newRow("no marker") << "num, u8, 0`10" << true << false << "s:num , @u8 , 0 ` 10 $";
+        QTest::newRow("disabled") << "num, u8, DIS" << false << false << "s:num , @u8 $";
+        QTest::newRow("hidden") << "num, u8, HID" << true << true << "s:num , @u8 $";
+        QTest::newRow("lower-case dis is a reference")
+            << "num, u8, dis" << true << false << "s:num , @u8 , @dis $";
+        QTest::newRow("marker must be the whole token")
+            << "num, u8, DISABLED" << true << false << "s:num , @u8 , @DISABLED $";
+        QTest::newRow("quoted marker is no marker")
+            << "num, u8, \"DIS\"" << true << false << "s:num , @u8 , s:\"DIS\" $";
+        QTest::newRow("token before marker removed whatever it is")
+            << "num, u8 HID" << true << true << "s:num , $";
+        QTest::newRow("marker alone") << "DIS" << false << false << "$";
+        QTest::newRow("only one marker removed")
+            << "num, HID, DIS" << false << false << "s:num , @HID $";
+    }
+
+    void settingMarkers() {
+        QFETCH(QString, definition);
+        QFETCH(bool, enabled);
+        QFETCH(bool, hidden);
+        QFETCH(QString, tokens);
+        KxsWriter writer;
+        QVERIFY(writer.addSetting(QStringLiteral("Value1"), 0x10, 2, definition));
+        auto interpreter = open(writer);
+        QVERIFY(interpreter);
+        TokenList list;
+        std::unique_ptr<sf::RawSetting> raw(interpreter->getNextSetting(&list));
+        QVERIFY(raw);
+        QCOMPARE(raw->isEnabled(), enabled);
+        QCOMPARE(raw->isHidden(), hidden);
+        QCOMPARE(renderTokens(list), tokens);
+    }
+
+    void walksCategoriesAndSettingsIndependently() {
+        KxsWriter writer;
+        QVERIFY(writer.setVersion(QStringLiteral("KX-1.63")));
+        writer.setFormat(1001);
+        QVERIFY(writer.addCategory(QStringLiteral("batt"), QStringLiteral("Battery"),
+                                   QStringLiteral("Pack")));
+        QVERIFY(writer.addSetting(QStringLiteral("A"), 0, 1, QStringLiteral("num, u8")));
+        QVERIFY(writer.addInteger(QStringLiteral("N"), 5, 1));
+        QVERIFY(writer.addSetting(QStringLiteral("B"), 1, 1, QStringLiteral("bool, 8")));
+        QVERIFY(writer.addCategory(QStringLiteral("spd"), QStringLiteral("Speed"), QString()));
+        QVERIFY(writer.addSetting(QStringLiteral("C"), 2, 1, QStringLiteral("list, x")));
+        auto interpreter = open(writer);
+        QVERIFY(interpreter);
+        QCOMPARE(interpreter->getKxsVersion(), QStringLiteral("KX-1.63"));
+        QCOMPARE(interpreter->getKxsFormat(), 1001u);
+
+        TokenList tokens;
+        QStringList order;
+        // Interleave the two walks: neither disturbs the other.
+        for (;;) {
+            bool any = false;
+            if (interpreter->hasNextSetting()) {
+                std::unique_ptr<sf::RawSetting> raw(interpreter->getNextSetting(&tokens));
+                QVERIFY(raw);
+                order << QStringLiteral("setting ") + raw->getCodeName();
+                any = true;
+            }
+            if (interpreter->hasNextCategory()) {
+                std::unique_ptr<sf::Category> cat(interpreter->getNextCategory());
+                QVERIFY(cat);
+                order << QStringLiteral("category %1/%2/%3")
+                             .arg(cat->getName(), cat->getLabel(), cat->getPresetName());
+                QVERIFY(cat->isEnabled());
+                any = true;
+            }
+            // Constants in between do not disturb either walk.
+            QCOMPARE(interpreter->getInteger(QStringLiteral("N")), 5u);
+            if (!any) {
+                break;
+            }
+        }
+        QCOMPARE(order, (QStringList{"setting A", "category Battery/batt/Pack", "setting B",
+                                     "category Speed/spd/", "setting C"}));
+        QVERIFY(!interpreter->getNextCategory());
+        QVERIFY(!interpreter->getNextSetting(&tokens));
+    }
+
+    // An entry whose definition is empty cannot be tokenised: no setting, and the walk does
+    // not move past it (callers stop on null).
+    void unreadableDefinitionStopsTheWalk() {
+        KxsWriter writer;
+        QVERIFY(writer.addSetting(QStringLiteral("Empty"), 0, 1, QString()));
+        QVERIFY(writer.addSetting(QStringLiteral("Next"), 1, 1, QStringLiteral("num, u8")));
+        auto interpreter = open(writer);
+        QVERIFY(interpreter);
+        TokenList tokens;
+        QVERIFY(!interpreter->getNextSetting(&tokens));
+        QVERIFY(interpreter->hasNextSetting());
+        QVERIFY(!interpreter->getNextSetting(&tokens));
+    }
+
+    void resetStartsOver() {
+        KxsWriter writer;
+        QVERIFY(writer.addCategory(QStringLiteral("c"), QStringLiteral("C"), QString()));
+        QVERIFY(writer.addSetting(QStringLiteral("A"), 0, 1, QStringLiteral("num, u8")));
+        auto interpreter = open(writer);
+        QVERIFY(interpreter);
+        TokenList tokens;
+        delete interpreter->getNextSetting(&tokens);
+        delete interpreter->getNextCategory();
+        QVERIFY(!interpreter->hasNextSetting());
+        QVERIFY(!interpreter->hasNextCategory());
+        interpreter->reset();
+        QVERIFY(interpreter->hasNextSetting());
+        QVERIFY(interpreter->hasNextCategory());
+        std::unique_ptr<sf::RawSetting> raw(interpreter->getNextSetting(&tokens));
+        QVERIFY(raw);
+        QCOMPARE(raw->getCodeName(), QStringLiteral("A"));
+    }
+
+    void integers_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<quint32>("value");
+        QTest::newRow("one byte") << "I1" << 0xABu;
+        QTest::newRow("four bytes little-endian") << "I4" << 0x89ABCDEFu;
+        QTest::newRow("eight bytes give the low half") << "I8" << 0x23456789u;
+        QTest::newRow("three bytes are refused") << "I3" << 0u;
+        QTest::newRow("string entry is no integer") << "S" << 0u;
+        QTest::newRow("missing") << "Nope" << 0u;
+    }
+
+    void integers() {
+        QFETCH(QString, name);
+        QFETCH(quint32, value);
+        KxsWriter writer;
+        QVERIFY(writer.addInteger(QStringLiteral("I1"), 0xAB, 1));
+        QVERIFY(writer.addInteger(QStringLiteral("I2"), 0x1234, 2));
+        QVERIFY(writer.addInteger(QStringLiteral("I4"), 0x89ABCDEF, 4));
+        QVERIFY(writer.addInteger(QStringLiteral("I8"), Q_UINT64_C(0x0000000123456789), 8));
+        QVERIFY(writer.addRaw(2, QStringLiteral("I3"), QByteArray("\x01\x02\x03", 3)));
+        QVERIFY(writer.addString(QStringLiteral("S"), QStringLiteral("abcd")));
+        auto interpreter = open(writer);
+        QVERIFY(interpreter);
+        QCOMPARE(interpreter->getInteger(name), value);
+    }
+
+    void stringLists_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QStringList>("list");
+        QTest::addColumn<QString>("countName");
+        QTest::newRow("whole list") << "Modes" << QStringList{"Off", "Eco", "Sport"} << "Three";
+        QTest::newRow("shorter count") << "Modes" << QStringList{"Off", "Eco"} << "Two";
+        QTest::newRow("from the middle") << "Mid" << QStringList{"Eco", "Sport"} << "Two";
+        QTest::newRow("count beyond the strings") << "Modes" << QStringList{} << "Four";
+        QTest::newRow("partial list is never returned") << "Mid" << QStringList{} << "Three";
+        QTest::newRow("zero count") << "Modes" << QStringList{} << "Zero";
+        QTest::newRow("missing count") << "Modes" << QStringList{} << "Nope";
+        QTest::newRow("huge count") << "Modes" << QStringList{} << "Huge";
+    }
+
+    void stringLists() {
+        QFETCH(QString, name);
+        QFETCH(QStringList, list);
+        QFETCH(QString, countName);
+        KxsWriter writer;
+        QVERIFY(writer.addInteger(QStringLiteral("Zero"), 0, 1));
+        QVERIFY(writer.addInteger(QStringLiteral("One"), 1, 1));
+        QVERIFY(writer.addInteger(QStringLiteral("Two"), 2, 2));
+        QVERIFY(writer.addInteger(QStringLiteral("Three"), 3, 4));
+        QVERIFY(writer.addInteger(QStringLiteral("Four"), 4, 1));
+        QVERIFY(writer.addInteger(QStringLiteral("Huge"), 0xFFFFFFFFu, 4));
+        QVERIFY(writer.addString(QStringLiteral("Modes"), QStringLiteral("Off")));
+        QVERIFY(writer.addString(QStringLiteral("Mid"), QStringLiteral("Eco")));
+        QVERIFY(writer.addString(QStringLiteral("Last"), QStringLiteral("Sport")));
+        QVERIFY(writer.addSetting(QStringLiteral("After"), 0, 1, QStringLiteral("num, u8")));
+        auto interpreter = open(writer);
+        QVERIFY(interpreter);
+        QCOMPARE(interpreter->getStringList(name, countName), list);
+    }
+
+    void closedInterpreterGivesNothing() {
+        Interpreter interpreter;
+        QVERIFY(!interpreter.loadKxsData(QByteArray("KXDATA not a layout")));
+        QVERIFY(!interpreter.isOpen());
+        TokenList tokens;
+        QVERIFY(!interpreter.hasNextCategory());
+        QVERIFY(!interpreter.getNextSetting(&tokens));
+        QVERIFY(!interpreter.getNextCategory());
+        QCOMPARE(interpreter.getInteger(QStringLiteral("N")), 0u);
+        QVERIFY(interpreter.getStringList(QStringLiteral("S"), QStringLiteral("N")).isEmpty());
+        QVERIFY(interpreter.getKxsVersion().isEmpty());
+        QCOMPARE(interpreter.getKxsFormat(), 0xFFFFFFFFu);
+
+        KxsWriter writer;
+        QVERIFY(writer.addSetting(QStringLiteral("A"), 0, 1, QStringLiteral("num, u8")));
+        QVERIFY(interpreter.loadKxsData(writer.toBytes()));
+        interpreter.close();
+        QVERIFY(!interpreter.hasNextSetting());
+        QVERIFY(!interpreter.getNextSetting(&tokens));
+    }
+
+    void loadsFromFile() {
+        QTemporaryDir dir;
+        KxsWriter writer;
+        QVERIFY(writer.setVersion(QStringLiteral("V2")));
+        QVERIFY(writer.addSetting(QStringLiteral("BattVolt2"), 0x1234, 4,
+                                  QStringLiteral("num, s32, HID")));
+        const QString path = dir.filePath(QStringLiteral("layout.kxs"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(writer.toBytes());
+        file.close();
+
+        Interpreter interpreter;
+        QVERIFY(!interpreter.loadKxs(dir.filePath(QStringLiteral("missing.kxs"))));
+        QVERIFY(!interpreter.loadKxs(QString()));
+        QVERIFY(interpreter.loadKxs(path));
+        QCOMPARE(interpreter.getKxsVersion(), QStringLiteral("V2"));
+        TokenList tokens;
+        std::unique_ptr<sf::RawSetting> raw(interpreter.getNextSetting(&tokens));
+        QVERIFY(raw);
+        QVERIFY(raw->isHidden());
+        QCOMPARE(raw->getCodeName(), QStringLiteral("BattVolt2"));
+        QCOMPARE(raw->getAddress(), 0x1234);
+        QCOMPARE(raw->getSizeBytes(), 4);
+        QCOMPARE(renderTokens(tokens), QStringLiteral("s:num , @s32 $"));
+        QVERIFY(!interpreter.hasNextSetting());
+        QVERIFY(!interpreter.getNextSetting(nullptr));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestInterpreter)
 #include "tst_interpreter.moc"
