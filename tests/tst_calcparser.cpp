@@ -27,395 +27,330 @@ bool same(double a, double b) {
 
 class TestCalcParser : public QObject {
     Q_OBJECT
+
 private slots:
-    void compareDouble_data();
-    void compareDouble();
-    void performMathOp_data();
-    void performMathOp();
-    void unknownOperatorFails_data();
-    void unknownOperatorFails();
-    void unaryFolding_data();
-    void unaryFolding();
-    void leadingMinusInChainIsSubtraction();
-    void calculate_data();
-    void calculate();
-    void calculateHandMadeLists_data();
-    void calculateHandMadeLists();
-    void calculationConsumesList();
-    void successFlagFollowsEveryCall();
-    void numbersIgnoreTheLocale();
-    void scaleChain_data();
-    void scaleChain();
-    void scaleChainRoundTrip_data();
-    void scaleChainRoundTrip();
-};
-
-void TestCalcParser::compareDouble_data() {
-    QTest::addColumn<double>("a");
-    QTest::addColumn<double>("b");
-    QTest::addColumn<bool>("equal");
-    QTest::newRow("identical") << 3.5 << 3.5 << true;
-    QTest::newRow("0.1+0.2 vs 0.3") << 0.1 + 0.2 << 0.3 << true;
-    QTest::newRow("0 vs 1e-300") << 0.0 << 1e-300 << false;
-    QTest::newRow("1e-300 vs 0") << 1e-300 << 0.0 << false;
-    QTest::newRow("one ulp above 1") << 1.0 << std::nextafter(1.0, 2.0) << false;
-    QTest::newRow("large within tolerance") << 1e20 << 1e20 + 16384.0 << true;
-    QTest::newRow("negative pair within") << -1.0 << std::nextafter(-1.0, 0.0) << true;
-    QTest::newRow("opposite signs") << -5.0 << 5.0 << false;
-    QTest::newRow("zero and negative zero") << 0.0 << -0.0 << true;
-    QTest::newRow("infinities") << Inf << Inf << true;
-    QTest::newRow("NaN never equal") << NaN << NaN << false;
-}
-
-void TestCalcParser::compareDouble() {
-    QFETCH(double, a);
-    QFETCH(double, b);
-    QFETCH(bool, equal);
-    QCOMPARE(CalcParser::compareDouble(a, b), equal);
-    QCOMPARE(CalcParser::compareDouble(b, a), equal);
-}
-
-void TestCalcParser::performMathOp_data() {
-    QTest::addColumn<quint32>("kind");
-    QTest::addColumn<double>("a");
-    QTest::addColumn<double>("b");
-    QTest::addColumn<double>("forward");
-    QTest::addColumn<double>("inverted");
-
-    QTest::newRow("+") << 1u << 7.0 << 2.0 << 9.0 << 5.0;
-    QTest::newRow("-") << 2u << 7.0 << 2.0 << 5.0 << 9.0;
-    QTest::newRow("*") << 3u << 7.0 << 2.0 << 14.0 << 3.5;
-    QTest::newRow("/") << 4u << 7.0 << 2.0 << 3.5 << 14.0;
-    QTest::newRow("^") << 5u << 9.0 << 2.0 << 81.0 << 3.0;
-    QTest::newRow("/ by zero") << 4u << 1.0 << 0.0 << Inf << 0.0;
-    QTest::newRow("|| one set") << 6u << 0.0 << 2.0 << 1.0 << 0.0;
-    QTest::newRow("|| none set") << 6u << 0.0 << 0.0 << 0.0 << 1.0;
-    QTest::newRow("&& both set") << 7u << -1.0 << 0.5 << 1.0 << 0.0;
-    QTest::newRow("|| NaN is non-zero") << 6u << NaN << 0.0 << 1.0 << 0.0;
-    QTest::newRow("&& NaN is non-zero") << 7u << NaN << 1.0 << 1.0 << 0.0;
-    QTest::newRow("== equal") << 8u << 0.1 + 0.2 << 0.3 << 1.0 << 0.0;
-    QTest::newRow("== different") << 8u << 1.0 << 2.0 << 0.0 << 1.0;
-    QTest::newRow("!= different") << 9u << 1.0 << 2.0 << 1.0 << 0.0;
-    // The ordering operators treat equal operands specially in both directions.
-    QTest::newRow("< equal") << 10u << 1.0 << 1.0 << 0.0 << 1.0;
-    QTest::newRow("< less") << 10u << 1.0 << 2.0 << 1.0 << 0.0;
-    QTest::newRow("<= equal") << 11u << 1.0 << 1.0 << 1.0 << 0.0;
-    QTest::newRow("<= within tolerance") << 11u << 0.1 + 0.2 << 0.3 << 1.0 << 0.0;
-    QTest::newRow("<= less") << 11u << 1.0 << 2.0 << 1.0 << 0.0;
-    QTest::newRow("> equal") << 12u << 1.0 << 1.0 << 0.0 << 1.0;
-    QTest::newRow("> within tolerance") << 12u << 0.1 + 0.2 << 0.3 << 0.0 << 1.0;
-    QTest::newRow("> greater") << 12u << 2.0 << 1.0 << 1.0 << 0.0;
-    QTest::newRow(">= equal") << 13u << 1.0 << 1.0 << 1.0 << 0.0;
-    QTest::newRow(">= greater") << 13u << 2.0 << 1.0 << 1.0 << 0.0;
-}
-
-void TestCalcParser::performMathOp() {
-    QFETCH(quint32, kind);
-    QFETCH(double, a);
-    QFETCH(double, b);
-    QFETCH(double, forward);
-    QFETCH(double, inverted);
-    CalcParser calc;
-    const double f = calc.performMathOp(a, b, MathOp(kind), false);
-    QVERIFY(calc.lastCalcSuccessful());
-    QVERIFY2(same(f, forward), qPrintable(QString::number(f)));
-    const double i = calc.performMathOp(a, b, MathOp(kind), true);
-    QVERIFY(calc.lastCalcSuccessful());
-    QVERIFY2(same(i, inverted), qPrintable(QString::number(i)));
-}
-
-void TestCalcParser::unknownOperatorFails_data() {
-    QTest::addColumn<quint32>("kind");
-    QTest::newRow("no operator") << 0u;
-    QTest::newRow("just beyond the table") << 14u;
-    QTest::newRow("far beyond the table") << 0xFFFFFFFFu;
-}
-
-void TestCalcParser::unknownOperatorFails() {
-    QFETCH(quint32, kind);
-    CalcParser calc;
-    calc.performMathOp(1.0, 1.0, MathOp(1u), false);
-    QVERIFY(calc.lastCalcSuccessful());
-    for (const bool inverse : {false, true}) {
-        QCOMPARE(calc.performMathOp(3.0, 4.0, MathOp(kind), inverse), 0.0);
-        QVERIFY(!calc.lastCalcSuccessful());
+    void compareDouble_data() {
+        QTest::addColumn<double>("a");
+        QTest::addColumn<double>("b");
+        QTest::addColumn<bool>("equal");
+        QTest::newRow("0.1+0.2 vs 0.3") << 0.1 + 0.2 << 0.3 << true;
+        QTest::newRow("0 vs 1e-300") << 0.0 << 1e-300 << false;
+        QTest::newRow("one ulp above 1") << 1.0 << std::nextafter(1.0, 2.0) << false;
+        QTest::newRow("large within tolerance") << 1e20 << 1e20 + 16384.0 << true;
+        QTest::newRow("negative pair within") << -1.0 << std::nextafter(-1.0, 0.0) << true;
+        QTest::newRow("opposite signs") << -5.0 << 5.0 << false;
+        QTest::newRow("zero and negative zero") << 0.0 << -0.0 << true;
+        QTest::newRow("infinities") << Inf << Inf << true;
+        QTest::newRow("NaN never equal") << NaN << NaN << false;
     }
-}
 
-void TestCalcParser::unaryFolding_data() {
-    QTest::addColumn<QString>("definition");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<QString>("folded");
-
-    QTest::newRow("after separator") << "x, -5" << true << "s:x , -5 $";
-    QTest::newRow("after range") << "x, 1`-5" << true << "s:x , 1 ` -5 $";
-    QTest::newRow("after operator") << "x, 3 * -5" << true << "s:x , 3 * -5 $";
-    QTest::newRow("subtraction after number") << "x, 3 - 5" << true << "s:x , 3 - 5 $";
-    QTest::newRow("subtraction after reference") << "x, A - 5" << true << "s:x , @A - 5 $";
-    QTest::newRow("subtraction after kind word") << "x - 5" << true << "s:x - 5 $";
-    QTest::newRow("double minus") << "x, - -5" << true << "s:x , 5 $";
-    QTest::newRow("minus minus after operator") << "x, 2 * - - 5" << true << "s:x , 2 * 5 $";
-    QTest::newRow("subtract a negative") << "x, 2 - -5" << true << "s:x , 2 - -5 $";
-    QTest::newRow("hexadecimal") << "x, -0x10" << true << "s:x , -0x10 $";
-    QTest::newRow("reference") << "x, -Speed" << true << "s:x , ~Speed $";
-    QTest::newRow("negated reference back") << "x, - -Speed" << true << "s:x , @Speed $";
-    QTest::newRow("group") << "x, 2 * -(1 + 2)" << true << "s:x , 2 * ( -1 * ( 1 + 2 ) ) $";
-    QTest::newRow("bracket group") << "x, -[3]" << true << "s:x , ( -1 * [ 3 ] ) $";
-    QTest::newRow("negated group twice")
-        << "x, - -(1)" << true << "s:x , ( -1 * ( -1 * ( 1 ) ) ) $";
-    QTest::newRow("ternary branches") << "x, A ? -1 : -B" << true << "s:x , @A ? -1 : ~B $";
-    QTest::newRow("nothing after it") << "x, 1 * -" << false << "";
-    QTest::newRow("separator after it") << "x, - , 1" << false << "";
-    QTest::newRow("closing token after it") << "x, (1 -)" << true << "s:x , ( 1 - ) $";
-    QTest::newRow("closing token after unary") << "x, (* -)" << false << "";
-    QTest::newRow("unclosed group") << "x, -(1" << false << "";
-    QTest::newRow("plus after it") << "x, 1 * - + 2" << false << "";
-    QTest::newRow("quoted text after it") << "x, - \"a\"" << false << "";
-}
-
-void TestCalcParser::unaryFolding() {
-    QFETCH(QString, definition);
-    QFETCH(bool, ok);
-    QFETCH(QString, folded);
-    TokenList tokens = tokensOf(definition);
-    QVERIFY(!tokens.isEmpty());
-    QCOMPARE(CalcParser::prepareUnaryOps(tokens), ok);
-    if (ok) {
-        QCOMPARE(renderTokens(tokens), folded);
+    void compareDouble() {
+        QFETCH(double, a);
+        QFETCH(double, b);
+        QFETCH(bool, equal);
+        QCOMPARE(CalcParser::compareDouble(a, b), equal);
+        QCOMPARE(CalcParser::compareDouble(b, a), equal);
     }
-}
 
-void TestCalcParser::leadingMinusInChainIsSubtraction() {
-    TokenList tokens = tokensOf(QStringLiteral("- 5"));
-    TokenList chain = tokens;
-    QVERIFY(CalcParser::prepareUnaryOps(tokens, true));
-    QCOMPARE(renderTokens(tokens), QStringLiteral("-5 $"));
-    QVERIFY(CalcParser::prepareUnaryOps(chain, false));
-    QCOMPARE(renderTokens(chain), QStringLiteral("- 5 $"));
-}
+    void performMathOp_data() {
+        QTest::addColumn<quint32>("kind");
+        QTest::addColumn<double>("a");
+        QTest::addColumn<double>("b");
+        QTest::addColumn<double>("forward");
+        QTest::addColumn<double>("inverted");
 
-void TestCalcParser::calculate_data() {
-    QTest::addColumn<QString>("expression");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<double>("value");
+        QTest::newRow("+") << 1u << 7.0 << 2.0 << 9.0 << 5.0;
+        QTest::newRow("*") << 3u << 7.0 << 2.0 << 14.0 << 3.5;
+        QTest::newRow("/") << 4u << 7.0 << 2.0 << 3.5 << 14.0;
+        QTest::newRow("^") << 5u << 9.0 << 2.0 << 81.0 << 3.0;
+        QTest::newRow("/ by zero") << 4u << 1.0 << 0.0 << Inf << 0.0;
+        QTest::newRow("|| one set") << 6u << 0.0 << 2.0 << 1.0 << 0.0;
+        QTest::newRow("|| none set") << 6u << 0.0 << 0.0 << 0.0 << 1.0;
+        QTest::newRow("&& both set") << 7u << -1.0 << 0.5 << 1.0 << 0.0;
+        QTest::newRow("|| NaN is non-zero") << 6u << NaN << 0.0 << 1.0 << 0.0;
+        QTest::newRow("&& NaN is non-zero") << 7u << NaN << 1.0 << 1.0 << 0.0;
+        QTest::newRow("== equal") << 8u << 0.1 + 0.2 << 0.3 << 1.0 << 0.0;
+        QTest::newRow("== different") << 8u << 1.0 << 2.0 << 0.0 << 1.0;
+        QTest::newRow("!= different") << 9u << 1.0 << 2.0 << 1.0 << 0.0;
+        // The ordering operators treat equal operands specially in both directions.
+        QTest::newRow("< equal") << 10u << 1.0 << 1.0 << 0.0 << 1.0;
+        QTest::newRow("< less") << 10u << 1.0 << 2.0 << 1.0 << 0.0;
+        QTest::newRow("<= equal") << 11u << 1.0 << 1.0 << 1.0 << 0.0;
+        QTest::newRow("<= within tolerance") << 11u << 0.1 + 0.2 << 0.3 << 1.0 << 0.0;
+        QTest::newRow("> equal") << 12u << 1.0 << 1.0 << 0.0 << 1.0;
+        QTest::newRow("> within tolerance") << 12u << 0.1 + 0.2 << 0.3 << 0.0 << 1.0;
+        QTest::newRow("> greater") << 12u << 2.0 << 1.0 << 1.0 << 0.0;
+        QTest::newRow(">= equal") << 13u << 1.0 << 1.0 << 1.0 << 0.0;
+    }
 
-    QTest::newRow("power is left-associative") << "2 ^ 3 ^ 2" << true << 64.0;
-    QTest::newRow("product before sum") << "2 + 3 * 4" << true << 14.0;
-    QTest::newRow("parentheses first") << "(2 + 3) * 4" << true << 20.0;
-    QTest::newRow("nested parentheses") << "2 * (3 + (4 - 1)) / 3" << true << 4.0;
-    QTest::newRow("subtraction left to right") << "10 - 4 - 3" << true << 3.0;
-    QTest::newRow("scale example") << "1000 * 10 / 256" << true << 39.0625;
-    QTest::newRow("leading minus") << "-5 + 3" << true << -2.0;
-    QTest::newRow("subtract a negative") << "2 - -3" << true << 5.0;
-    QTest::newRow("minus before group") << "-(2 + 3)" << true << -5.0;
-    QTest::newRow("negated group binds tighter than power") << "4 * -(1 + 1) ^ 2" << true << 16.0;
-    QTest::newRow("double minus") << "- -5" << true << 5.0;
-    QTest::newRow("sign binds tighter than power") << "-2 ^ 2" << true << 4.0;
-    QTest::newRow("hexadecimal prefix") << "0x10 + 1" << true << 17.0;
-    QTest::newRow("negative hexadecimal") << "-0xFF" << true << -255.0;
-    QTest::newRow("less on equal") << "1 < 1" << true << 0.0;
-    QTest::newRow("less or equal on equal") << "1 <= 1" << true << 1.0;
-    QTest::newRow("equality with tolerance") << "0.1 + 0.2 == 0.3" << true << 1.0;
-    QTest::newRow("comparison after sum") << "1 + 2 > 2" << true << 1.0;
-    QTest::newRow("comparisons left to right") << "3 > 2 == 1" << true << 1.0;
-    QTest::newRow("or and and share precedence") << "1 || 0 && 0" << true << 0.0;
-    QTest::newRow("comparison before logic") << "1 < 2 && 3 < 2" << true << 0.0;
-    QTest::newRow("division by zero") << "5 / 0" << true << Inf;
+    void performMathOp() {
+        QFETCH(quint32, kind);
+        QFETCH(double, a);
+        QFETCH(double, b);
+        QFETCH(double, forward);
+        QFETCH(double, inverted);
+        CalcParser calc;
+        const double f = calc.performMathOp(a, b, MathOp(kind), false);
+        QVERIFY(calc.lastCalcSuccessful());
+        QVERIFY2(same(f, forward), qPrintable(QString::number(f)));
+        const double i = calc.performMathOp(a, b, MathOp(kind), true);
+        QVERIFY(calc.lastCalcSuccessful());
+        QVERIFY2(same(i, inverted), qPrintable(QString::number(i)));
+    }
 
-    QTest::newRow("empty group") << "()" << false << 0.0;
-    QTest::newRow("lone operator") << "+" << false << 0.0;
-    QTest::newRow("dangling operator") << "1 +" << false << 0.0;
-    QTest::newRow("unary plus") << "+ 1" << false << 0.0;
-    QTest::newRow("two numbers") << "1 2" << false << 0.0;
-    QTest::newRow("postfix operator") << "1 2 +" << false << 0.0;
-    QTest::newRow("unclosed parenthesis") << "(1 + 2" << false << 0.0;
-    QTest::newRow("unopened parenthesis") << "1 + 2)" << false << 0.0;
-    QTest::newRow("group next to number") << "2 (3)" << false << 0.0;
-    QTest::newRow("unresolved reference") << "1 + Speed" << false << 0.0;
-    QTest::newRow("negated reference") << "1 + -Speed" << false << 0.0;
-    QTest::newRow("quoted text") << "\"a\" + 1" << false << 0.0;
-    QTest::newRow("separator") << "1 , 2" << false << 0.0;
-    QTest::newRow("ternary") << "1 ? 2 : 3" << false << 0.0;
-    QTest::newRow("brackets") << "[1]" << false << 0.0;
-    QTest::newRow("lone not") << "1 ! 2" << false << 0.0;
-    QTest::newRow("single ampersand") << "1 & 2" << false << 0.0;
-    QTest::newRow("minus at end") << "1 * -" << false << 0.0;
-}
+    void unknownOperatorFails_data() {
+        QTest::addColumn<quint32>("kind");
+        QTest::newRow("no operator") << 0u;
+        QTest::newRow("just beyond the table") << 14u;
+    }
 
-void TestCalcParser::calculate() {
-    QFETCH(QString, expression);
-    QFETCH(bool, ok);
-    QFETCH(double, value);
-    TokenList tokens = tokensOf(expression);
-    QVERIFY(!tokens.isEmpty());
-    CalcParser calc;
-    const double result = calc.calculate(tokens);
-    QCOMPARE(calc.lastCalcSuccessful(), ok);
-    QVERIFY2(same(result, value), qPrintable(QString::number(result, 'g', 17)));
-}
+    void unknownOperatorFails() {
+        QFETCH(quint32, kind);
+        CalcParser calc;
+        calc.performMathOp(1.0, 1.0, MathOp(1u), false);
+        QVERIFY(calc.lastCalcSuccessful());
+        for (const bool inverse : {false, true}) {
+            QCOMPARE(calc.performMathOp(3.0, 4.0, MathOp(kind), inverse), 0.0);
+            QVERIFY(!calc.lastCalcSuccessful());
+        }
+    }
 
-void TestCalcParser::calculateHandMadeLists_data() {
-    QTest::addColumn<TokenList>("tokens");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<double>("value");
+    void unaryFolding_data() {
+        QTest::addColumn<QString>("definition");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QString>("folded");
 
-    const Token eq(QStringLiteral("=="), LogicalOperator);
-    const Token end(QString(), End);
-    QTest::newRow("0 == 1e-300") << TokenList{Token(QStringLiteral("0")), eq,
-                                              Token(QStringLiteral("1e-300"), Numeric)}
-                                 << true << 0.0;
-    QTest::newRow("number tokens from values")
-        << TokenList{Token(1.5), Token(MathOp(MathOp::Multiply)), Token(-2.0)} << true << -3.0;
-    QTest::newRow("comparison as Operator token")
-        << TokenList{Token(2.0), Token(MathOp(MathOp::GreaterEqual)), Token(2.0)} << true << 1.0;
-    QTest::newRow("whitespace tokens ignored")
-        << TokenList{Token(QStringLiteral("1")), Token(QStringLiteral(" ")),
-                     Token(QStringLiteral("+")), Token(QStringLiteral("2"))}
-        << true << 3.0;
-    QTest::newRow("empty list") << TokenList{} << false << 0.0;
-    QTest::newRow("only End") << TokenList{end} << false << 0.0;
-    QTest::newRow("End in the middle")
-        << TokenList{Token(QStringLiteral("1")), end, Token(QStringLiteral("+")),
-                     Token(QStringLiteral("2"))}
-        << false << 0.0;
-    QTest::newRow("numeric token with text")
-        << TokenList{Token(QStringLiteral("abc"), Numeric)} << false << 0.0;
-    QTest::newRow("hexadecimal token without digits")
-        << TokenList{Token(QStringLiteral("0x"), Hexadecimal)} << false << 0.0;
-    QTest::newRow("undefined token") << TokenList{Token()} << false << 0.0;
-    QTest::newRow("operator with unknown text")
-        << TokenList{Token(QStringLiteral("1")), Token(QStringLiteral("%"), Operator),
-                     Token(QStringLiteral("2"))}
-        << false << 0.0;
-}
+        QTest::newRow("after separator") << "x, -5" << true << "s:x , -5 $";
+        QTest::newRow("after range") << "x, 1`-5" << true << "s:x , 1 ` -5 $";
+        QTest::newRow("after operator") << "x, 3 * -5" << true << "s:x , 3 * -5 $";
+        QTest::newRow("subtraction after number") << "x, 3 - 5" << true << "s:x , 3 - 5 $";
+        QTest::newRow("subtraction after kind word") << "x - 5" << true << "s:x - 5 $";
+        QTest::newRow("double minus") << "x, - -5" << true << "s:x , 5 $";
+        QTest::newRow("subtract a negative") << "x, 2 - -5" << true << "s:x , 2 - -5 $";
+        QTest::newRow("hexadecimal") << "x, -0x10" << true << "s:x , -0x10 $";
+        QTest::newRow("reference") << "x, -Speed" << true << "s:x , ~Speed $";
+        QTest::newRow("negated reference back") << "x, - -Speed" << true << "s:x , @Speed $";
+        QTest::newRow("group") << "x, 2 * -(1 + 2)" << true << "s:x , 2 * ( -1 * ( 1 + 2 ) ) $";
+        QTest::newRow("negated group twice")
+            << "x, - -(1)" << true << "s:x , ( -1 * ( -1 * ( 1 ) ) ) $";
+        QTest::newRow("ternary branches") << "x, A ? -1 : -B" << true << "s:x , @A ? -1 : ~B $";
+        QTest::newRow("nothing after it") << "x, 1 * -" << false << "";
+        QTest::newRow("separator after it") << "x, - , 1" << false << "";
+        QTest::newRow("closing token after it") << "x, (1 -)" << true << "s:x , ( 1 - ) $";
+        QTest::newRow("closing token after unary") << "x, (* -)" << false << "";
+        QTest::newRow("unclosed group") << "x, -(1" << false << "";
+        QTest::newRow("plus after it") << "x, 1 * - + 2" << false << "";
+        QTest::newRow("quoted text after it") << "x, - \"a\"" << false << "";
+    }
 
-void TestCalcParser::calculateHandMadeLists() {
-    QFETCH(TokenList, tokens);
-    QFETCH(bool, ok);
-    QFETCH(double, value);
-    CalcParser calc;
-    const double result = calc.calculate(tokens);
-    QCOMPARE(calc.lastCalcSuccessful(), ok);
-    QVERIFY2(same(result, value), qPrintable(QString::number(result, 'g', 17)));
-}
-
-void TestCalcParser::calculationConsumesList() {
-    CalcParser calc;
-    TokenList good = tokensOf(QStringLiteral("1 + 2"));
-    calc.calculate(good);
-    QVERIFY(good.isEmpty());
-    TokenList bad = tokensOf(QStringLiteral("1 +"));
-    calc.calculate(bad);
-    QVERIFY(bad.isEmpty());
-    TokenList chain = tokensOf(QStringLiteral("*2"));
-    calc.calculateScaledFromRaw(1.0, chain);
-    QVERIFY(chain.isEmpty());
-}
-
-void TestCalcParser::successFlagFollowsEveryCall() {
-    CalcParser calc;
-    QVERIFY(!calc.lastCalcSuccessful()); // nothing calculated yet
-    TokenList bad = tokensOf(QStringLiteral("1 +"));
-    TokenList good = tokensOf(QStringLiteral("1 + 1"));
-    TokenList badChain = tokensOf(QStringLiteral("*"));
-    TokenList goodChain = tokensOf(QStringLiteral("*3"));
-    TokenList empty;
-
-    calc.calculate(bad);
-    QVERIFY(!calc.lastCalcSuccessful());
-    QCOMPARE(calc.calculate(good), 2.0);
-    QVERIFY(calc.lastCalcSuccessful());
-    calc.calculateRawFromScaled(1.0, badChain);
-    QVERIFY(!calc.lastCalcSuccessful());
-    QCOMPARE(calc.calculateRawFromScaled(6.0, goodChain), 2.0);
-    QVERIFY(calc.lastCalcSuccessful());
-    calc.calculate(empty);
-    QVERIFY(!calc.lastCalcSuccessful());
-}
-
-void TestCalcParser::numbersIgnoreTheLocale() {
-    const QLocale saved;
-    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    TokenList tokens = tokensOf(QStringLiteral("1.5 * 2"));
-    CalcParser calc;
-    const double value = calc.calculate(tokens);
-    QLocale::setDefault(saved);
-    QVERIFY(calc.lastCalcSuccessful());
-    QCOMPARE(value, 3.0);
-}
-
-void TestCalcParser::scaleChain_data() {
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("chain");
-    QTest::addColumn<bool>("inverse");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<double>("result");
-
-    QTest::newRow("forward times ten over 256") << 1000.0 << "*10/256" << false << true << 39.0625;
-    QTest::newRow("backward times ten over 256") << 39.0625 << "*10/256" << true << true << 1000.0;
-    // Backwards undoes the last step first: (8 / 2) - 1, not (8 - 1) / 2.
-    QTest::newRow("forward order") << 3.0 << "+1*2" << false << true << 8.0;
-    QTest::newRow("backward order") << 8.0 << "+1*2" << true << true << 3.0;
-    QTest::newRow("pairs ignore precedence") << 2.0 << "+1*3" << false << true << 9.0;
-    QTest::newRow("leading minus subtracts") << 5.0 << "-40" << false << true << -35.0;
-    QTest::newRow("negative factor") << 2.0 << "*-3" << false << true << -6.0;
-    QTest::newRow("power") << 3.0 << "^2" << false << true << 9.0;
-    QTest::newRow("power backward") << 9.0 << "^2" << true << true << 3.0;
-    QTest::newRow("parenthesised factor") << 7.0 << "*(2+3)" << false << true << 35.0;
-    QTest::newRow("negated group") << 7.0 << "*-(2+3)" << false << true << -35.0;
-    QTest::newRow("comparison step") << 5.0 << ">3" << false << true << 1.0;
-    QTest::newRow("inverted comparison step") << 5.0 << ">3" << true << true << 0.0;
-    QTest::newRow("empty chain") << 10.0 << "" << false << true << 10.0;
-
-    QTest::newRow("lone operator at end") << 1000.0 << "*10/" << false << false << 0.0;
-    QTest::newRow("lone operator") << 1.0 << "*" << false << false << 0.0;
-    QTest::newRow("number first") << 1.0 << "10*" << false << false << 0.0;
-    QTest::newRow("two numbers") << 1.0 << "*10 5" << false << false << 0.0;
-    QTest::newRow("reference") << 1.0 << "*Speed" << false << false << 0.0;
-    QTest::newRow("whole chain in parentheses") << 1.0 << "(*10)" << false << false << 0.0;
-    QTest::newRow("unknown operator") << 1.0 << "&2" << false << false << 0.0;
-}
-
-void TestCalcParser::scaleChain() {
-    QFETCH(double, value);
-    QFETCH(QString, chain);
-    QFETCH(bool, inverse);
-    QFETCH(bool, ok);
-    QFETCH(double, result);
-    TokenList tokens;
-    if (!chain.isEmpty()) {
-        tokens = tokensOf(chain);
+    void unaryFolding() {
+        QFETCH(QString, definition);
+        QFETCH(bool, ok);
+        QFETCH(QString, folded);
+        TokenList tokens = tokensOf(definition);
         QVERIFY(!tokens.isEmpty());
+        QCOMPARE(CalcParser::prepareUnaryOps(tokens), ok);
+        if (ok) {
+            QCOMPARE(renderTokens(tokens), folded);
+        }
     }
-    CalcParser calc;
-    const double got = inverse ? calc.calculateRawFromScaled(value, tokens)
-                               : calc.calculateScaledFromRaw(value, tokens);
-    QCOMPARE(calc.lastCalcSuccessful(), ok);
-    QVERIFY2(same(got, result), qPrintable(QString::number(got, 'g', 17)));
-}
 
-void TestCalcParser::scaleChainRoundTrip_data() {
-    QTest::addColumn<QString>("chain");
-    QTest::newRow("battery voltage") << "*10/256";
-    QTest::newRow("offset and gain") << "-40*5/4";
-    QTest::newRow("wheel circumference") << "*(3.1416*2)/1000";
-    QTest::newRow("negative gain") << "*-0.5+100";
-}
-
-void TestCalcParser::scaleChainRoundTrip() {
-    QFETCH(QString, chain);
-    CalcParser calc;
-    for (const double raw : {0.0, 1.0, 255.0, 1000.0, 65535.0}) {
-        TokenList forward = tokensOf(chain);
-        const double scaled = calc.calculateScaledFromRaw(raw, forward);
-        QVERIFY(calc.lastCalcSuccessful());
-        TokenList backward = tokensOf(chain);
-        const double back = calc.calculateRawFromScaled(scaled, backward);
-        QVERIFY(calc.lastCalcSuccessful());
-        QVERIFY2(std::fabs(back - raw) < 1e-9,
-                 qPrintable(QStringLiteral("%1 -> %2 -> %3").arg(raw).arg(scaled).arg(back)));
+    void leadingMinusInChainIsSubtraction() {
+        TokenList tokens = tokensOf(QStringLiteral("- 5"));
+        TokenList chain = tokens;
+        QVERIFY(CalcParser::prepareUnaryOps(tokens, true));
+        QCOMPARE(renderTokens(tokens), QStringLiteral("-5 $"));
+        QVERIFY(CalcParser::prepareUnaryOps(chain, false));
+        QCOMPARE(renderTokens(chain), QStringLiteral("- 5 $"));
     }
-}
+
+    void calculate_data() {
+        QTest::addColumn<TokenList>("tokens");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<double>("value");
+        const auto t = [](const char* text) { return tokensOf(QString::fromLatin1(text)); };
+        QTest::newRow("power is left-associative") << t("2 ^ 3 ^ 2") << true << 64.0;
+        QTest::newRow("product before sum") << t("2 + 3 * 4") << true << 14.0;
+        QTest::newRow("parentheses first") << t("(2 + 3) * 4") << true << 20.0;
+        QTest::newRow("subtraction left to right") << t("10 - 4 - 3") << true << 3.0;
+        QTest::newRow("leading minus") << t("-5 + 3") << true << -2.0;
+        QTest::newRow("subtract a negative") << t("2 - -3") << true << 5.0;
+        QTest::newRow("minus before group") << t("-(2 + 3)") << true << -5.0;
+        QTest::newRow("negated group binds tighter than power")
+            << t("4 * -(1 + 1) ^ 2") << true << 16.0;
+        QTest::newRow("sign binds tighter than power") << t("-2 ^ 2") << true << 4.0;
+        QTest::newRow("hexadecimal prefix") << t("0x10 + 1") << true << 17.0;
+        QTest::newRow("less on equal") << t("1 < 1") << true << 0.0;
+        QTest::newRow("less or equal on equal") << t("1 <= 1") << true << 1.0;
+        QTest::newRow("equality with tolerance") << t("0.1 + 0.2 == 0.3") << true << 1.0;
+        QTest::newRow("comparison after sum") << t("1 + 2 > 2") << true << 1.0;
+        QTest::newRow("comparisons left to right") << t("3 > 2 == 1") << true << 1.0;
+        QTest::newRow("or and and share precedence") << t("1 || 0 && 0") << true << 0.0;
+        QTest::newRow("comparison before logic") << t("1 < 2 && 3 < 2") << true << 0.0;
+        QTest::newRow("division by zero") << t("5 / 0") << true << Inf;
+
+        QTest::newRow("empty group") << t("()") << false << 0.0;
+        QTest::newRow("dangling operator") << t("1 +") << false << 0.0;
+        QTest::newRow("unary plus") << t("+ 1") << false << 0.0;
+        QTest::newRow("two numbers") << t("1 2") << false << 0.0;
+        QTest::newRow("unclosed parenthesis") << t("(1 + 2") << false << 0.0;
+        QTest::newRow("unopened parenthesis") << t("1 + 2)") << false << 0.0;
+        QTest::newRow("group next to number") << t("2 (3)") << false << 0.0;
+        QTest::newRow("unresolved reference") << t("1 + Speed") << false << 0.0;
+        QTest::newRow("negated reference") << t("1 + -Speed") << false << 0.0;
+        QTest::newRow("quoted text") << t("\"a\" + 1") << false << 0.0;
+        QTest::newRow("separator") << t("1 , 2") << false << 0.0;
+        QTest::newRow("ternary") << t("1 ? 2 : 3") << false << 0.0;
+        QTest::newRow("brackets") << t("[1]") << false << 0.0;
+        QTest::newRow("lone not") << t("1 ! 2") << false << 0.0;
+        QTest::newRow("single ampersand") << t("1 & 2") << false << 0.0;
+
+        // Hand-made token lists the tokeniser never produces.
+        const Token eq(QStringLiteral("=="), LogicalOperator);
+        const Token end(QString(), End);
+        QTest::newRow("0 == 1e-300")
+            << TokenList{Token(QStringLiteral("0")), eq, Token(QStringLiteral("1e-300"), Numeric)}
+            << true << 0.0;
+        QTest::newRow("number tokens from values")
+            << TokenList{Token(1.5), Token(MathOp(MathOp::Multiply)), Token(-2.0)} << true << -3.0;
+        QTest::newRow("comparison as Operator token")
+            << TokenList{Token(2.0), Token(MathOp(MathOp::GreaterEqual)), Token(2.0)} << true
+            << 1.0;
+        QTest::newRow("whitespace tokens ignored")
+            << TokenList{Token(QStringLiteral("1")), Token(QStringLiteral(" ")),
+                         Token(QStringLiteral("+")), Token(QStringLiteral("2"))}
+            << true << 3.0;
+        QTest::newRow("empty list") << TokenList{} << false << 0.0;
+        QTest::newRow("only End") << TokenList{end} << false << 0.0;
+        QTest::newRow("End in the middle")
+            << TokenList{Token(QStringLiteral("1")), end, Token(QStringLiteral("+")),
+                         Token(QStringLiteral("2"))}
+            << false << 0.0;
+        QTest::newRow("numeric token with text")
+            << TokenList{Token(QStringLiteral("abc"), Numeric)} << false << 0.0;
+        QTest::newRow("hexadecimal token without digits")
+            << TokenList{Token(QStringLiteral("0x"), Hexadecimal)} << false << 0.0;
+        QTest::newRow("undefined token") << TokenList{Token()} << false << 0.0;
+        QTest::newRow("operator with unknown text")
+            << TokenList{Token(QStringLiteral("1")), Token(QStringLiteral("%"), Operator),
+                         Token(QStringLiteral("2"))}
+            << false << 0.0;
+    }
+
+    void calculate() {
+        QFETCH(TokenList, tokens);
+        QFETCH(bool, ok);
+        QFETCH(double, value);
+        CalcParser calc;
+        const double result = calc.calculate(tokens);
+        QCOMPARE(calc.lastCalcSuccessful(), ok);
+        QVERIFY2(same(result, value), qPrintable(QString::number(result, 'g', 17)));
+    }
+
+    // Every call sets the success flag anew and consumes its token list, good or bad.
+    void successFlagAndListConsumption() {
+        CalcParser calc;
+        QVERIFY(!calc.lastCalcSuccessful()); // nothing calculated yet
+        TokenList bad = tokensOf(QStringLiteral("1 +"));
+        TokenList good = tokensOf(QStringLiteral("1 + 1"));
+        TokenList badChain = tokensOf(QStringLiteral("*"));
+        TokenList goodChain = tokensOf(QStringLiteral("*3"));
+        TokenList empty;
+
+        calc.calculate(bad);
+        QVERIFY(!calc.lastCalcSuccessful());
+        QCOMPARE(calc.calculate(good), 2.0);
+        QVERIFY(calc.lastCalcSuccessful());
+        calc.calculateRawFromScaled(1.0, badChain);
+        QVERIFY(!calc.lastCalcSuccessful());
+        QCOMPARE(calc.calculateRawFromScaled(6.0, goodChain), 2.0);
+        QVERIFY(calc.lastCalcSuccessful());
+        calc.calculate(empty);
+        QVERIFY(!calc.lastCalcSuccessful());
+        QVERIFY(bad.isEmpty() && good.isEmpty() && badChain.isEmpty() && goodChain.isEmpty());
+    }
+
+    void numbersIgnoreTheLocale() {
+        const QLocale saved;
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+        TokenList tokens = tokensOf(QStringLiteral("1.5 * 2"));
+        CalcParser calc;
+        const double value = calc.calculate(tokens);
+        QLocale::setDefault(saved);
+        QVERIFY(calc.lastCalcSuccessful());
+        QCOMPARE(value, 3.0);
+    }
+
+    void scaleChain_data() {
+        QTest::addColumn<double>("value");
+        QTest::addColumn<QString>("chain");
+        QTest::addColumn<bool>("inverse");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<double>("result");
+
+        QTest::newRow("forward times ten over 256")
+            << 1000.0 << "*10/256" << false << true << 39.0625;
+        // Backwards undoes the last step first: (8 / 2) - 1, not (8 - 1) / 2.
+        QTest::newRow("forward order") << 3.0 << "+1*2" << false << true << 8.0;
+        QTest::newRow("backward order") << 8.0 << "+1*2" << true << true << 3.0;
+        QTest::newRow("pairs ignore precedence") << 2.0 << "+1*3" << false << true << 9.0;
+        QTest::newRow("leading minus subtracts") << 5.0 << "-40" << false << true << -35.0;
+        QTest::newRow("negative factor") << 2.0 << "*-3" << false << true << -6.0;
+        QTest::newRow("power backward") << 9.0 << "^2" << true << true << 3.0;
+        QTest::newRow("parenthesised factor") << 7.0 << "*(2+3)" << false << true << 35.0;
+        QTest::newRow("comparison step") << 5.0 << ">3" << false << true << 1.0;
+        QTest::newRow("inverted comparison step") << 5.0 << ">3" << true << true << 0.0;
+        QTest::newRow("empty chain") << 10.0 << "" << false << true << 10.0;
+
+        QTest::newRow("lone operator at end") << 1000.0 << "*10/" << false << false << 0.0;
+        QTest::newRow("number first") << 1.0 << "10*" << false << false << 0.0;
+        QTest::newRow("two numbers") << 1.0 << "*10 5" << false << false << 0.0;
+        QTest::newRow("reference") << 1.0 << "*Speed" << false << false << 0.0;
+        QTest::newRow("whole chain in parentheses") << 1.0 << "(*10)" << false << false << 0.0;
+        QTest::newRow("unknown operator") << 1.0 << "&2" << false << false << 0.0;
+    }
+
+    void scaleChain() {
+        QFETCH(double, value);
+        QFETCH(QString, chain);
+        QFETCH(bool, inverse);
+        QFETCH(bool, ok);
+        QFETCH(double, result);
+        TokenList tokens;
+        if (!chain.isEmpty()) {
+            tokens = tokensOf(chain);
+            QVERIFY(!tokens.isEmpty());
+        }
+        CalcParser calc;
+        const double got = inverse ? calc.calculateRawFromScaled(value, tokens)
+                                   : calc.calculateScaledFromRaw(value, tokens);
+        QCOMPARE(calc.lastCalcSuccessful(), ok);
+        QVERIFY2(same(got, result), qPrintable(QString::number(got, 'g', 17)));
+    }
+
+    void scaleChainRoundTrip_data() {
+        QTest::addColumn<QString>("chain");
+        QTest::newRow("battery voltage") << "*10/256";
+        QTest::newRow("offset and gain") << "-40*5/4";
+        QTest::newRow("wheel circumference") << "*(3.1416*2)/1000";
+        QTest::newRow("negative gain") << "*-0.5+100";
+    }
+
+    void scaleChainRoundTrip() {
+        QFETCH(QString, chain);
+        CalcParser calc;
+        for (const double raw : {0.0, 1.0, 255.0, 1000.0, 65535.0}) {
+            TokenList forward = tokensOf(chain);
+            const double scaled = calc.calculateScaledFromRaw(raw, forward);
+            QVERIFY(calc.lastCalcSuccessful());
+            TokenList backward = tokensOf(chain);
+            const double back = calc.calculateRawFromScaled(scaled, backward);
+            QVERIFY(calc.lastCalcSuccessful());
+            QVERIFY2(std::fabs(back - raw) < 1e-9,
+                     qPrintable(QStringLiteral("%1 -> %2 -> %3").arg(raw).arg(scaled).arg(back)));
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(TestCalcParser)
 #include "tst_calcparser.moc"
