@@ -72,7 +72,6 @@ private slots:
     void writerLayout();
     void writerRefusals_data();
     void writerRefusals();
-    void unterminatedName();
 };
 
 void TestLayoutCompiler::entries_data() {
@@ -89,8 +88,6 @@ void TestLayoutCompiler::entries_data() {
                R"(setting M 1 1 = list, "a,b", \"q\", {1:"x"}, c ? 1 : 2, 0`9, # kept = too)")
         << QStringList{
                R"(setting M @1 1: list, "a,b", \"q\", {1:"x"}, c ? 1 : 2, 0`9, # kept = too)"};
-    QTest::newRow("empty definition")
-        << QStringLiteral("setting E 0 0 =") << QStringList{"setting E @0 0: "};
     QTest::newRow("continuation lines, comment and blank between")
         << QStringLiteral("setting L 2 1 = list, \"Mode\",\n"
                           "    ... {0:\"Off\",\n"
@@ -124,22 +121,13 @@ void TestLayoutCompiler::entries_data() {
         << QStringList{"string Modes: Off", "string Modes#2: On", "string Modes#3: Auto",
                        "u32 Modes_COUNT = 3"};
     QTest::newRow("string list block with count name")
-        << QStringLiteral(
-               "strings Units count N_UNITS {\n  \"V\" \"A\"\n  # comment\n  \"W\" }\nu8 Next 9")
+        << QStringLiteral("strings Units count N_UNITS {\n  \"V\" \"A\"\n  # comment\n  \"W\" "
+                          "}\nu8 Next 9")
         << QStringList{"string Units: V", "string Units#2: A", "string Units#3: W",
                        "u32 N_UNITS = 3", "u8 Next = 9"};
-    QTest::newRow("string list block, brace alone")
-        << QStringLiteral("strings One {\n\"only\"\n}")
-        << QStringList{"string One: only", "u32 One_COUNT = 1"};
     QTest::newRow("comments and CRLF line ends")
         << QStringLiteral("# head\r\nu8 A 1 # trailing\r\n\r\nstring B \"#not\" # c\r\n")
         << QStringList{"u8 A = 1", "string B: #not"};
-    QTest::newRow("Latin-1 texts")
-        << QStringLiteral("string Gr\u00fc\u00df \"\u00e4\u00f6\u00fc\"")
-        << QStringList{QStringLiteral("string Gr\u00fc\u00df: \u00e4\u00f6\u00fc")};
-    QTest::newRow("source order is kept")
-        << QStringLiteral("u8 B 2\ncategory C \"c\"\nsetting A 0 1 = x\nstring D \"d\"")
-        << QStringList{"u8 B = 2", "category C: c | ", "setting A @0 1: x", "string D: d"};
     QTest::newRow("nothing") << QStringLiteral("# only a comment\n") << QStringList{};
 }
 
@@ -147,10 +135,8 @@ void TestLayoutCompiler::entries() {
     QFETCH(QString, source);
     QFETCH(QStringList, expected);
     const QByteArray bytes = testsupport::compileLayout(source);
-    if (QTest::currentTestFailed()) {
-        return;
-    }
-    QCOMPARE(entriesOf(bytes), expected);
+    if (!QTest::currentTestFailed())
+        QCOMPARE(entriesOf(bytes), expected);
 }
 
 void TestLayoutCompiler::header_data() {
@@ -166,7 +152,6 @@ void TestLayoutCompiler::header_data() {
         << QStringLiteral("version KX4.02") << QStringLiteral("KX4.02") << 1000u;
     QTest::newRow("16-byte version") << QStringLiteral("version \"ABCDEFGHIJKLMNOP\"")
                                      << QStringLiteral("ABCDEFGHIJKLMNOP") << 1000u;
-    QTest::newRow("hex format") << QStringLiteral("format 0x3E9") << QString() << 1001u;
 }
 
 void TestLayoutCompiler::header() {
@@ -194,8 +179,6 @@ void TestLayoutCompiler::errors_data() {
         << QStringLiteral("setting X 1 2") << 1 << QStringLiteral("SIZE = DEFINITION");
     QTest::newRow("address too large") << QStringLiteral("setting X 0x100000000 1 = a") << 1
                                        << QStringLiteral("address \"0x100000000\"");
-    QTest::newRow("address not a number")
-        << QStringLiteral("setting X 12k 1 = a") << 1 << QStringLiteral("address \"12k\"");
     QTest::newRow("size too large") << QStringLiteral("setting X 1 2147483648 = a") << 1
                                     << QStringLiteral("size \"2147483648\"");
     QTest::newRow("continuation without setting")
@@ -205,8 +188,6 @@ void TestLayoutCompiler::errors_data() {
         << QStringLiteral("must follow a setting");
     QTest::newRow("u8 overflow") << QStringLiteral("u8 A 256") << 1
                                  << QStringLiteral("fits in 1 byte");
-    QTest::newRow("negative integer")
-        << QStringLiteral("integer A -1") << 1 << QStringLiteral("not an unsigned number");
     QTest::newRow("format 1002") << QStringLiteral("format 1002") << 1
                                  << QStringLiteral("format must be 1000 or 1001");
     QTest::newRow("format twice") << QStringLiteral("format 1000\nformat 1001") << 2
@@ -221,9 +202,6 @@ void TestLayoutCompiler::errors_data() {
     QTest::newRow("list item clashes with a string")
         << QStringLiteral("string \"L#2\" \"x\"\nstrings L \"a\" \"b\"") << 2
         << QStringLiteral("duplicate string name \"L#2\"");
-    QTest::newRow("list count clashes with an integer")
-        << QStringLiteral("u8 L_COUNT 1\nstrings L \"a\"") << 2
-        << QStringLiteral("duplicate integer name \"L_COUNT\"");
     QTest::newRow("unterminated quote")
         << QStringLiteral("string A \"abc") << 1 << QStringLiteral("not closed");
     QTest::newRow("unknown escape")
@@ -324,20 +302,6 @@ void TestLayoutCompiler::writerRefusals() {
     QVERIFY(!w.errorString().isEmpty());
     QCOMPARE(w.entryCount(), 1);
     QCOMPARE(w.toBytes(), before);
-}
-
-void TestLayoutCompiler::unterminatedName() {
-    KxsWriter w;
-    QVERIFY(w.addRaw(3, QStringLiteral("Spe"), QByteArray("1"), false));
-    QVERIFY(w.addRaw(3, QStringLiteral("Speed"), QByteArray("2")));
-    KxsParser p;
-    QVERIFY(p.openKxsData(w.toBytes()));
-    const kxs::NamesTableEntryV1* e = nullptr;
-    const char* d = nullptr;
-    // The unterminated "Spe" field catches every name that begins with it.
-    QVERIFY(p.getEntry(&e, &d, QStringLiteral("Speed"), 3));
-    QCOMPARE(*d, '1');
-    QCOMPARE(kxs::entryLength(e), quint8(13));
 }
 
 QTEST_GUILESS_MAIN(TestLayoutCompiler)
