@@ -299,7 +299,8 @@ public:
     bool canUndo() const { return m_history.canUndo(); }
     bool canRedo() const { return m_history.canRedo(); }
     // Undoes the group ending at the current position (back to its unchained head) and
-    // returns the head, or null when nothing can be undone.
+    // returns the head, or null when nothing can be undone. Undo and redo change exactly
+    // the bytes the group recorded (see docs/setting-manager.md); ranges are re-evaluated.
     const ActionTracker* undoAction();
     // Redoes the next group (its head and the chained actions after it) and returns its
     // head, or null when nothing can be redone.
