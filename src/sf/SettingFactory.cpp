@@ -6,6 +6,7 @@
 #include "sf/NumSetting.h"
 #include "sf/RawSetting.h"
 
+#include <QHash>
 #include <QRegularExpression>
 
 #include <cstring>
@@ -18,6 +19,23 @@ const char* const SettingFactory::TYPE_LABELS[SETTING_TYPE_COUNT] = {"",     "un
                                                                      "bool", "checkbool", "list"};
 
 int SettingFactory::typeFromKeyword(const QString& keyword) {
+    // Layouts use a handful of keywords thousands of times: remember the answers instead
+    // of compiling the keyword as a pattern for every setting. The table is bounded so
+    // that arbitrary keywords cannot make it grow without limit.
+    static QHash<QString, int> known;
+    const auto it = known.constFind(keyword);
+    if (it != known.constEnd()) {
+        return it.value();
+    }
+    if (known.size() >= 64) {
+        known.clear();
+    }
+    const int type = matchKeyword(keyword);
+    known.insert(keyword, type);
+    return type;
+}
+
+int SettingFactory::matchKeyword(const QString& keyword) {
     const QRegularExpression pattern(QRegularExpression::anchoredPattern(keyword),
                                      QRegularExpression::CaseInsensitiveOption);
     if (!pattern.isValid()) {

@@ -41,6 +41,8 @@ public:
     static int typeFromKeyword(const QString& keyword);
 
 private:
+    static int matchKeyword(const QString& keyword);
+
     int m_lastError = NoError;
 };
 
