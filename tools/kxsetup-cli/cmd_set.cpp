@@ -32,8 +32,10 @@ int runSet(cli::Context& ctx) {
     const QString cmd = QStringLiteral("set");
     QString out, layout, from, error;
     bool hasOut = false, hasLayout = false, hasFrom = false;
-    const bool quiet = cli::takeFlag(ctx.args, QStringLiteral("--quiet")) |
-                       cli::takeFlag(ctx.args, QStringLiteral("-q"));
+    // Both spellings are taken out of the arguments, whichever is given.
+    const bool quietLong = cli::takeFlag(ctx.args, QStringLiteral("--quiet"));
+    const bool quietShort = cli::takeFlag(ctx.args, QStringLiteral("-q"));
+    const bool quiet = quietLong || quietShort;
     if (!cli::takeOption(ctx.args, QStringLiteral("-o"), out, hasOut, error) ||
         !cli::takeOption(ctx.args, QStringLiteral("--layout"), layout, hasLayout, error) ||
         !cli::takeOption(ctx.args, QStringLiteral("--from"), from, hasFrom, error)) {
