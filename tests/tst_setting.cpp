@@ -4,6 +4,7 @@
 #include "sf/BoolSetting.h"
 #include "sf/CheckBoolSetting.h"
 #include "sf/DependentResolver.h"
+#include "sf/FieldEvaluator.h"
 #include "sf/NumSetting.h"
 #include "sf/Setting.h"
 #include "sf/parser/CalcParser.h"
@@ -71,6 +72,7 @@ private slots:
     void convertEndianReverses();
     void fieldLookup_data();
     void fieldLookup();
+    void allFieldsAgreeWithLookup();
     void fieldEvaluation_data();
     void fieldEvaluation();
     void fieldEvaluationProblems_data();
@@ -272,6 +274,34 @@ void TestSetting::fieldLookup() {
     QCOMPARE(found, text != QLatin1String("-"));
     if (found) {
         QCOMPARE(joined(s.getTokenList()->mid(begin, end - begin)), text);
+    }
+}
+
+// Fields found all at once must be the fields found one by one, whatever the braces,
+// separators and End tokens: random lists of those over fixed seeds.
+void TestSetting::allFieldsAgreeWithLookup() {
+    const parser::TokenType kinds[] = {parser::String, parser::Separator, parser::Separator,
+                                       parser::LCurly, parser::RCurly,    parser::End};
+    for (quint32 seed = 1; seed <= 3000; ++seed) {
+        QRandomGenerator random(seed);
+        TokenList tokens;
+        const int length = random.bounded(14);
+        for (int i = 0; i < length; ++i) {
+            tokens.append(Token(QStringLiteral("t"), kinds[random.bounded(6)]));
+        }
+        FieldEvaluator::Ranges all;
+        FieldEvaluator::locateAll(tokens, &all);
+        for (int position = 0; position <= length + 1; ++position) {
+            int begin = -1;
+            int end = -1;
+            const bool found = FieldEvaluator::locate(tokens, position, &begin, &end);
+            QVERIFY2(found == (position < all.size()),
+                     qPrintable(QStringLiteral("seed %1, field %2").arg(seed).arg(position)));
+            if (found) {
+                QCOMPARE(all.at(position).begin, begin);
+                QCOMPARE(all.at(position).end, end);
+            }
+        }
     }
 }
 

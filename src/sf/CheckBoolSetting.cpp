@@ -49,9 +49,9 @@ bool CheckBoolSetting::readBitCount(int* bits) {
     }
     const QString size = tokens.at(begin + 1).getPayload() + tokens.at(begin + 2).getPayload() +
                          tokens.at(begin + 3).getPayload();
-    if (!QRegularExpression(QRegularExpression::anchoredPattern(SIZE_FORMAT.pattern()))
-             .match(size)
-             .hasMatch()) {
+    static const QRegularExpression exactSize(
+        QRegularExpression::anchoredPattern(SIZE_FORMAT.pattern()));
+    if (!exactSize.match(size).hasMatch()) {
         return false;
     }
     bool ok = false;

@@ -54,7 +54,9 @@ bool DependentResolver::splitReference(const QString& payload, QString* name, in
         return false;
     }
     static const QRegularExpression indexed(QStringLiteral("^(.+)\\[([^\\[\\]]+)\\]$"));
-    const QRegularExpressionMatch m = indexed.match(payload);
+    // Most references are plain names: without a '[' the expression cannot match.
+    const QRegularExpressionMatch m =
+        payload.contains(QLatin1Char('[')) ? indexed.match(payload) : QRegularExpressionMatch();
     if (!m.hasMatch()) {
         if (payload.isEmpty()) {
             return false;
@@ -112,7 +114,9 @@ bool DependentResolver::referenceValue(Setting* setting, int subIndex, double* v
 bool DependentResolver::replace(Setting* referrer, TokenList& tokens, parser::TokenType type,
                                 ReplaceBehaviour behaviour) const {
     bool all = true;
-    for (Token& token : tokens) {
+    // Indexed, so that a list without references is not copied (detached) for nothing.
+    for (qsizetype i = 0; i < tokens.size(); ++i) {
+        const Token& token = tokens.at(i);
         const parser::TokenType t = token.getType();
         if (t != parser::Dependent && t != parser::NegDependent) {
             continue;
@@ -144,7 +148,7 @@ bool DependentResolver::replace(Setting* referrer, TokenList& tokens, parser::To
         if (t == parser::NegDependent) {
             value = -value;
         }
-        token = Token(QString::number(value, 'g', 17), type);
+        tokens[i] = Token(QString::number(value, 'g', 17), type);
     }
     return all || behaviour == ReplaceBehaviour::ZeroMissing;
 }

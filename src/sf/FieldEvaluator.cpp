@@ -84,6 +84,34 @@ bool FieldEvaluator::locate(const TokenList& tokens, int position, int* begin, i
     return true;
 }
 
+void FieldEvaluator::locateAll(const TokenList& tokens, Ranges* out) {
+    out->clear();
+    const int n = tokens.size();
+    int start = 0;
+    // Fields start at depth 0 (they follow a separator outside braces), so the depth of
+    // each field's own scan is the depth of the whole walk.
+    int depth = 0;
+    while (start < n) {
+        int j = start;
+        for (; j < n; ++j) {
+            const TokenType t = tokens.at(j).getType();
+            if (t == parser::End || (t == parser::Separator && depth == 0)) {
+                break;
+            }
+            if (t == parser::LCurly) {
+                ++depth;
+            } else if (t == parser::RCurly && --depth < 0) {
+                return; // this field and every later one fail
+            }
+        }
+        out->append({start, j});
+        if (j >= n || tokens.at(j).getType() == parser::End) {
+            return;
+        }
+        start = j + 1;
+    }
+}
+
 FieldEvaluator::FieldEvaluator(const TokenList& tokens, Condition condition, Reporter report)
     : m_tokens(tokens), m_condition(std::move(condition)), m_report(std::move(report)) {}
 
@@ -195,6 +223,7 @@ bool FieldEvaluator::evaluate(int begin, int end, TokenList* out) const {
         }
     }
 
+    out->reserve(end - begin);
     for (int i = begin; i < end;) {
         if (m_tokens.at(i).getType() != parser::LCurly) {
             out->append(m_tokens.at(i));

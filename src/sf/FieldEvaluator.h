@@ -3,6 +3,7 @@
 #include "sf/parser/Token.h"
 
 #include <QString>
+#include <QVarLengthArray>
 
 #include <functional>
 
@@ -30,6 +31,15 @@ public:
     // (End token or no more tokens) before the field starts, or when a closing brace has
     // no opening one.
     static bool locate(const parser::TokenList& tokens, int position, int* begin, int* end);
+
+    struct Range {
+        int begin;
+        int end;
+    };
+    using Ranges = QVarLengthArray<Range, 16>;
+    // Every field that locate finds, in one pass: entry k is what locate(tokens, k) gives,
+    // and locate fails exactly for the positions past the last entry.
+    static void locateAll(const parser::TokenList& tokens, Ranges* out);
 
     // Messages name the fault; the caller appends the definition line it belongs to.
     FieldEvaluator(const parser::TokenList& tokens, Condition condition, Reporter report);

@@ -40,9 +40,8 @@ bool ListSetting::finishSetup() {
         return false;
     }
     // Registers this setting with the settings its name and note conditions refer to.
-    parser::TokenList ignored;
-    getSettingInput(InputName, &ignored);
-    getSettingInput(InputNote, &ignored);
+    evaluateConditions(InputName);
+    evaluateConditions(InputNote);
     return true;
 }
 

@@ -3,9 +3,8 @@
 #include "sf/SettingHost.h"
 #include "sf/parser/CalcParser.h"
 
-#include <QRegularExpression>
-
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace sf {
@@ -106,17 +105,21 @@ NumSetting::NumSetting(const QString& codeName, std::unique_ptr<TokenList> token
         setType(TypeNone);
         return;
     }
-    static const QRegularExpression format(QStringLiteral("^([su])([0-9]{1,9})$"));
+    // The format is s or u followed by one to nine digits: s16, u8.
     QString text;
-    const QRegularExpressionMatch m = getSettingInputAsString(InputFormat, &text)
-                                          ? format.match(text)
-                                          : QRegularExpressionMatch();
-    const int bits = m.hasMatch() ? m.captured(2).toInt() : 0;
+    int bits = 0;
+    if (getSettingInputAsString(InputFormat, &text) && text.size() >= 2 && text.size() <= 10 &&
+        (text.at(0) == QLatin1Char('s') || text.at(0) == QLatin1Char('u'))) {
+        for (int i = 1; i < text.size() && bits >= 0; ++i) {
+            const char16_t c = text.at(i).unicode();
+            bits = (c >= '0' && c <= '9') ? bits * 10 + (c - '0') : -1;
+        }
+    }
     if (bits < 1 || bits > MAX_BITS) {
         setType(TypeNone);
         return;
     }
-    m_signed = m.captured(1) == QLatin1String("s");
+    m_signed = text.at(0) == QLatin1Char('s');
     setSizeBits(bits);
     setSizeBytes(asPowerOf2((bits - 1) / 8 + 1));
     m_minimum = QByteArray(getSizeBytes(), '\0');
@@ -312,13 +315,13 @@ bool NumSetting::recomputeRange() {
     if (!evaluateExpression(lower, &low) || !evaluateExpression(upper, &high)) {
         return false;
     }
-    QByteArray minimum(getSizeBytes(), '\0');
-    QByteArray maximum(getSizeBytes(), '\0');
-    if (!writeDouble(low, minimum.data()) || !writeDouble(high, maximum.data())) {
+    char minimum[8] = {};
+    char maximum[8] = {};
+    if (!writeDouble(low, minimum) || !writeDouble(high, maximum)) {
         return false;
     }
-    m_minimum = minimum;
-    m_maximum = maximum;
+    std::memcpy(m_minimum.data(), minimum, static_cast<size_t>(getSizeBytes()));
+    std::memcpy(m_maximum.data(), maximum, static_cast<size_t>(getSizeBytes()));
     m_rangeValid = true;
     return true;
 }
@@ -358,9 +361,8 @@ bool NumSetting::finishSetup() {
     const bool range = recomputeRange();
     double shown = 0.0;
     const bool scale = translate(&shown);
-    TokenList ignored;
     for (const SettingInput input : {InputPrecision, InputName, InputUnits, InputNote}) {
-        getSettingInput(input, &ignored);
+        evaluateConditions(input);
     }
     return range && scale;
 }

@@ -74,7 +74,12 @@ bool NumericPreprocessor::rewrite(TokenList& tokens, int from, quint32 format) {
             if (op.getType() == parser::detail::MathOp::None) {
                 return false;
             }
-            token = Token(op);
+            // Already in its written form after an earlier rewrite: left as it is.
+            if (token.getType() != parser::Operator ||
+                token.getPayload() !=
+                    QLatin1String(parser::detail::MathOp::OP_CHARS[op.getType()])) {
+                token = Token(op);
+            }
             break;
         }
         default:

@@ -8,6 +8,9 @@
 #include "sf/StringPurifier.h"
 #include "sf/parser/CalcParser.h"
 
+#include <QVarLengthArray>
+
+#include <array>
 #include <cstring>
 
 namespace sf {
@@ -19,10 +22,19 @@ const QRegularExpression Setting::BATT_PRESET_CHARS{QStringLiteral("A|B")};
 
 namespace {
 
+// Whether BATT_PRESET_CHARS matches c alone; answered from a table of the ASCII
+// characters, filled once, since every setting asks.
 bool isPresetLetter(QChar c) {
-    static const QRegularExpression exact(
-        QRegularExpression::anchoredPattern(Setting::BATT_PRESET_CHARS.pattern()));
-    return exact.match(QString(c)).hasMatch();
+    static const std::array<bool, 128> letters = [] {
+        const QRegularExpression exact(
+            QRegularExpression::anchoredPattern(Setting::BATT_PRESET_CHARS.pattern()));
+        std::array<bool, 128> table{};
+        for (int i = 0; i < 128; ++i) {
+            table[i] = exact.match(QString(QChar(i))).hasMatch();
+        }
+        return table;
+    }();
+    return c.unicode() < 128 && letters[c.unicode()];
 }
 
 bool isDecimalDigit(QChar c) {
@@ -36,13 +48,12 @@ Setting::Setting(const QString& codeName, std::unique_ptr<TokenList> tokens, Set
     if (m_codeName.isEmpty() || !m_tokens || !m_parent) {
         return;
     }
-    const QChar last = m_codeName.back();
+    const QChar last = m_codeName.at(m_codeName.size() - 1);
     if (isDecimalDigit(last)) {
         m_preset = last.unicode() - '0' - 1;
     } else if (isPresetLetter(last)) {
         m_preset = last.unicode() - 'A';
     }
-    connect(this, &Setting::problem, m_parent, &SettingHost::problem);
     m_type = TypeUninit;
 }
 
@@ -144,15 +155,18 @@ bool Setting::convertEndian(const char* source, char* destination) const {
     if (!isInitialized() || !source || !destination || m_sizeBytes < 1) {
         return false;
     }
-    const QByteArray copy(source, m_sizeBytes);
+    // source and destination may be the same bytes.
+    QVarLengthArray<char, 16> copy(m_sizeBytes);
+    std::memcpy(copy.data(), source, static_cast<size_t>(m_sizeBytes));
+    const bool bigEndian = isBigEndian();
     for (int i = 0; i < m_sizeBytes; ++i) {
-        destination[i] = isBigEndian() ? copy.at(i) : copy.at(m_sizeBytes - 1 - i);
+        destination[i] = bigEndian ? copy[i] : copy[m_sizeBytes - 1 - i];
     }
     return true;
 }
 
 bool Setting::addDependent(Setting* dependent) {
-    if (!dependent || getDependents().contains(dependent)) {
+    if (!dependent || m_dependents.contains(dependent)) {
         return false;
     }
     m_dependents.append(QPointer<Setting>(dependent));
@@ -196,11 +210,15 @@ void Setting::report(const QString& message) {
         return;
     }
     m_reported.insert(message);
+    // The host hears of every setting's problems, before anybody else listening here.
+    if (m_parent) {
+        emit m_parent->problem(message);
+    }
     emit problem(message);
 }
 
 void Setting::markPurified(SettingInput input) {
-    m_purifiedInputs.insert(input);
+    m_purifiedInputs |= quint32(1) << input;
 }
 
 int Setting::inputPosition(SettingInput input) const {
@@ -231,7 +249,27 @@ bool Setting::getSettingInputRange(SettingInput input, int* begin, int* end) con
         return false;
     }
     const int position = inputPosition(input);
-    return position >= 0 && FieldEvaluator::locate(*m_tokens, position, begin, end);
+    const FieldEvaluator::Ranges& ranges = fields();
+    if (position < 0 || position >= ranges.size()) {
+        return false;
+    }
+    *begin = ranges.at(position).begin;
+    *end = ranges.at(position).end;
+    return true;
+}
+
+const FieldEvaluator::Ranges& Setting::fields() const {
+    // The count is checked too, in case the list was changed through getTokenList().
+    if (!m_fieldsKnown || m_fieldsTokenCount != m_tokens->size()) {
+        FieldEvaluator::locateAll(*m_tokens, &m_fields);
+        m_fieldsKnown = true;
+        m_fieldsTokenCount = m_tokens->size();
+    }
+    return m_fields;
+}
+
+void Setting::forgetFields() {
+    m_fieldsKnown = false;
 }
 
 bool Setting::getSettingInput(SettingInput input, TokenList* out) {
@@ -253,13 +291,29 @@ bool Setting::getSettingInput(SettingInput input, TokenList* out) {
     return evaluator.evaluate(begin, end, out);
 }
 
+void Setting::evaluateConditions(SettingInput input) {
+    int begin = -1;
+    int end = -1;
+    if (!getSettingInputRange(input, &begin, &end)) {
+        return;
+    }
+    for (int i = begin; i < end; ++i) {
+        const parser::TokenType type = m_tokens->at(i).getType();
+        if (type == parser::TernaryOp || type == parser::LCurly || type == parser::RCurly) {
+            TokenList ignored;
+            getSettingInput(input, &ignored);
+            return;
+        }
+    }
+}
+
 QString Setting::getStringField(SettingInput input) {
     TokenList tokens;
     if (!getSettingInput(input, &tokens) || tokens.isEmpty()) {
         return QString();
     }
     Token first = tokens.first();
-    if (!m_purifiedInputs.contains(input)) {
+    if ((m_purifiedInputs & (quint32(1) << input)) == 0) {
         purifyStringToken(first);
     }
     return first.getPayload();
@@ -269,6 +323,10 @@ bool Setting::getSettingInputAsString(SettingInput input, QString* out) {
     TokenList tokens;
     if (!out || !getSettingInput(input, &tokens) || tokens.isEmpty()) {
         return false;
+    }
+    if (tokens.size() == 1) {
+        *out = tokens.first().getPayload();
+        return true;
     }
     QStringList payloads;
     payloads.reserve(tokens.size());
@@ -284,7 +342,14 @@ bool Setting::preprocessNumericInput(SettingInput input) {
     if (offset < 0) {
         return false;
     }
-    return NumericPreprocessor::rewrite(*m_tokens, offset, m_parent->getKXSFormat());
+    // Rewriting changes the fields' positions only by inserting a token.
+    const qsizetype before = m_tokens->size();
+    const bool rewritten =
+        NumericPreprocessor::rewrite(*m_tokens, offset, m_parent->getKXSFormat());
+    if (m_tokens->size() != before) {
+        forgetFields();
+    }
+    return rewritten;
 }
 
 bool Setting::purifyStringTerminals(SettingInput input) {
@@ -296,9 +361,7 @@ bool Setting::purifyStringTerminals(SettingInput input) {
     if (!getSettingInputRange(input, &begin, &end)) {
         return true; // an absent field has nothing to purify
     }
-    StringPurifier purifier(
-        *m_tokens, [this](const QString& message) { report(message); },
-        debug_getProcessedKXSLine());
+    StringPurifier purifier(*m_tokens, [this](const QString& message) { report(message); });
     if (!purifier.purifyRange(begin, end)) {
         return false;
     }

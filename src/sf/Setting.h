@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sf/FieldEvaluator.h"
 #include "sf/SettingTypes.h"
 #include "sf/parser/Token.h"
 
@@ -173,9 +174,17 @@ protected:
     bool resolveReferences(parser::TokenList& tokens);
     // Marks the field's tokens as purified, so getStringField does not purify them again.
     void markPurified(SettingInput input);
+    // Evaluates the field's conditions (ternaries and case selectors) once and forgets the
+    // result: what finishing the setup does so that this setting is registered with the
+    // settings they refer to. A field without conditions is not evaluated, since doing so
+    // would have no effect.
+    void evaluateConditions(SettingInput input);
 
 private:
     int inputPosition(SettingInput input) const;
+    // The fields of the token list, found once and again after the list is rewritten.
+    const FieldEvaluator::Ranges& fields() const;
+    void forgetFields();
 
     QString m_codeName;
     QString m_category;
@@ -195,8 +204,11 @@ private:
     bool m_presetCounter = false;
     bool m_hidden = false;
     qint32 m_referenceCount = 0;
-    QSet<int> m_purifiedInputs;
+    quint32 m_purifiedInputs = 0; // one bit per SettingInput
     QSet<QString> m_reported;
+    mutable FieldEvaluator::Ranges m_fields;
+    mutable bool m_fieldsKnown = false;
+    mutable qsizetype m_fieldsTokenCount = 0;
 };
 
 } // namespace sf

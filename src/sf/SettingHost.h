@@ -21,8 +21,8 @@ enum class ReplaceBehaviour {
 // What a setting needs from the object that owns it: the one interface settings are built
 // against. The setting manager implements it for real files; tests use a small fake.
 //
-// Every setting connects its own problem(QString) signal to the host's problem signal,
-// so the host sees all messages about malformed definitions.
+// Every setting passes what it reports through its own problem(QString) signal on to
+// the host's problem signal, so the host sees all messages about malformed definitions.
 class SettingHost : public QObject {
     Q_OBJECT
 public:

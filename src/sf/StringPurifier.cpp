@@ -2,6 +2,8 @@
 
 #include "sf/FieldEvaluator.h"
 
+#include <algorithm>
+
 namespace sf {
 
 using parser::Token;
@@ -24,6 +26,15 @@ bool StringPurifier::purifyToken(Token& token) {
     const QChar tilde(QLatin1Char('~'));
     const QChar backslash(QLatin1Char('\\'));
     const QString text = token.getPayload().trimmed();
+    // The common case, a text in quotes with nothing to resolve inside, in one copy.
+    const qsizetype n = text.size();
+    if (n >= 2 && text.at(0) == quote && text.at(n - 1) == quote) {
+        const QStringView inner = QStringView(text).mid(1, n - 2);
+        if (!inner.contains(quote) && !inner.contains(tilde) && !inner.contains(backslash)) {
+            token.setPayload(inner.toString());
+            return true;
+        }
+    }
     QString out;
     out.reserve(text.size());
     QChar previous;
@@ -60,8 +71,20 @@ bool StringPurifier::purifyToken(Token& token) {
     return true;
 }
 
-StringPurifier::StringPurifier(TokenList& tokens, Reporter report, QString line)
-    : m_tokens(tokens), m_report(std::move(report)), m_line(std::move(line)) {}
+StringPurifier::StringPurifier(TokenList& tokens, Reporter report)
+    : m_tokens(tokens), m_report(std::move(report)) {}
+
+QString StringPurifier::line() const {
+    QString text;
+    for (int i = 0; i < m_tokens.size(); ++i) {
+        const auto original =
+            std::find_if(m_originals.cbegin(), m_originals.cend(),
+                         [i](const QPair<int, QString>& entry) { return entry.first == i; });
+        text += (original != m_originals.cend() ? original->second : m_tokens.at(i).getPayload());
+        text += QLatin1Char(' ');
+    }
+    return text;
+}
 
 int StringPurifier::firstBrace(int begin, int end) const {
     for (int i = begin; i < end; ++i) {
@@ -94,14 +117,14 @@ bool StringPurifier::purifyRange(int begin, int end) {
         if (brace >= 0) {
             m_report(QStringLiteral("Malformed String. Block braces '{', '}' not supported inside "
                                     "strings fields, at token %1 in: %2")
-                         .arg(num(brace), m_line));
+                         .arg(num(brace), line()));
             return false;
         }
         const int colon = FieldEvaluator::matchingSeparator(m_tokens, question, end, nullptr);
         if (colon < 0) {
             m_report(QStringLiteral("Malformed Ternary at token %1 is missing a ':', between "
                                     "tokens %2, %3 in: %4")
-                         .arg(num(question), num(question + 1), num(end), m_line));
+                         .arg(num(question), num(question + 1), num(end), line()));
             return false;
         }
         return purifyRange(question + 1, colon) && purifyRange(colon + 1, end);
@@ -126,7 +149,7 @@ bool StringPurifier::purifyCase(int open, int end) {
         if (t == parser::LCurly || t == parser::RCurly) {
             m_report(QStringLiteral("Malformed String. Block braces '{', '}' not supported "
                                     "inside strings fields, at token %1 in: %2")
-                         .arg(num(i), m_line));
+                         .arg(num(i), line()));
             return false;
         }
         if (t == parser::Separator) {
@@ -164,25 +187,27 @@ bool StringPurifier::purifyTerminal(int begin, int end) {
     if (type == parser::LCurly || type == parser::RCurly) {
         m_report(QStringLiteral("Malformed String. Block braces '{', '}' not supported inside "
                                 "strings fields, at token %1 in: %2")
-                     .arg(num(begin), m_line));
+                     .arg(num(begin), line()));
         return false;
     }
     if (type == parser::Dependent) {
         m_report(QStringLiteral("Unquoted string field at token %1 in line: %2\nOverriding and "
                                 "treating as a String.")
-                     .arg(num(begin), m_line));
+                     .arg(num(begin), line()));
         token.setType(parser::String);
     } else if (type != parser::String) {
         m_report(QStringLiteral("String token expected, instead found type %1, at token %2, "
                                 "line: %3")
-                     .arg(parser::getTokenTypeString(type), num(begin), m_line));
+                     .arg(parser::getTokenTypeString(type), num(begin), line()));
         return false;
     }
+    const QString original = token.getPayload();
     if (!purifyToken(token)) {
         m_report(QStringLiteral("Failed to 'purify' String at token %1, line: %2")
-                     .arg(num(begin), m_line));
+                     .arg(num(begin), line()));
         return false;
     }
+    m_originals.append(qMakePair(begin, original));
     if (begin + 1 < end) {
         m_report(QStringLiteral("Internal error - early termination at token %1, expected to "
                                 "continue to %2, in line: %2")

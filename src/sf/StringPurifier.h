@@ -23,8 +23,9 @@ public:
     // any other kind of token and for a text with an odd number of delimiting quotes.
     static bool purifyToken(parser::Token& token);
 
-    // line is the processed definition line used in the messages.
-    StringPurifier(parser::TokenList& tokens, Reporter report, QString line);
+    // Messages name the definition line as it was before purifying (every payload
+    // followed by a space); it is only built when a message needs it.
+    StringPurifier(parser::TokenList& tokens, Reporter report);
 
     // Purifies the terminals of [begin, end) in place. Conditions and case selectors are
     // left alone. An unquoted terminal (a Dependent) is accepted after a warning and
@@ -35,10 +36,12 @@ private:
     bool purifyCase(int open, int end);
     bool purifyTerminal(int begin, int end);
     int firstBrace(int begin, int end) const;
+    QString line() const;
 
     parser::TokenList& m_tokens;
     Reporter m_report;
-    QString m_line;
+    // Payloads of the tokens purified so far, as they were: (position, payload).
+    QList<QPair<int, QString>> m_originals;
 };
 
 } // namespace sf

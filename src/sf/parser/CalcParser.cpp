@@ -1,9 +1,11 @@
 #include "sf/parser/CalcParser.h"
 
+#include <QVarLengthArray>
+
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
-#include <vector>
 
 namespace sf::parser {
 
@@ -12,6 +14,39 @@ using detail::MathOp;
 namespace {
 
 constexpr double EPSILON = 2.220446049250313e-16;
+
+// Expressions are short: their working lists live on the stack.
+template <typename T> using SmallVector = QVarLengthArray<T, 24>;
+
+// A plain decimal number ([-]digits[.digits]) read without going through the locale
+// machinery of QString::toDouble; the result is the same correctly rounded double. False
+// for any other text, which is then read by QString::toDouble.
+bool plainDecimal(const QString& text, double* value) {
+    constexpr int MAX_LENGTH = 64;
+    const qsizetype n = text.size();
+    if (n == 0 || n > MAX_LENGTH) {
+        return false;
+    }
+    char buffer[MAX_LENGTH];
+    bool digits = false;
+    bool dot = false;
+    for (qsizetype i = 0; i < n; ++i) {
+        const char16_t c = text.at(i).unicode();
+        if (c >= '0' && c <= '9') {
+            digits = true;
+        } else if (c == '.' && !dot) {
+            dot = true;
+        } else if (!(c == '-' && i == 0)) {
+            return false;
+        }
+        buffer[i] = static_cast<char>(c);
+    }
+    if (!digits) {
+        return false;
+    }
+    const std::from_chars_result r = std::from_chars(buffer, buffer + n, *value);
+    return r.ec == std::errc() && r.ptr == buffer + n;
+}
 
 // One element of an expression after its tokens have been read.
 struct Item {
@@ -130,9 +165,9 @@ bool foldMinus(TokenList& tokens, int i) {
 
 // Reads the tokens into items: numbers, operators and parentheses. Fails on any other
 // token, on an operator text that is no operator and on an End token that is not last.
-bool readItems(const TokenList& tokens, std::vector<Item>* items) {
+bool readItems(const TokenList& tokens, SmallVector<Item>* items) {
     items->clear();
-    items->reserve(static_cast<size_t>(tokens.size()));
+    items->reserve(tokens.size());
     for (int i = 0; i < tokens.size(); ++i) {
         const Token& t = tokens.at(i);
         switch (t.getType()) {
@@ -239,6 +274,9 @@ bool CalcParser::tokenValue(const Token& token, double* value) {
     }
     QString text = token.getPayload();
     if (token.getType() == Numeric) {
+        if (plainDecimal(text, value)) {
+            return true;
+        }
         bool ok = false;
         const double v = text.toDouble(&ok);
         if (!ok) {
@@ -340,9 +378,9 @@ bool evaluateFlat(CalcParser& calc, const Item* begin, const Item* end, double* 
         }
     }
 
-    std::vector<const Item*> rpn;
-    std::vector<const Item*> ops;
-    rpn.reserve(static_cast<size_t>(n));
+    SmallVector<const Item*> rpn;
+    SmallVector<const Item*> ops;
+    rpn.reserve(n);
     for (const Item* it = begin; it != end; ++it) {
         if (it->kind == Item::Number) {
             rpn.push_back(it);
@@ -360,7 +398,7 @@ bool evaluateFlat(CalcParser& calc, const Item* begin, const Item* end, double* 
         ops.pop_back();
     }
 
-    std::vector<double> stack;
+    SmallVector<double> stack;
     stack.reserve(rpn.size());
     for (const Item* it : rpn) {
         if (it->kind == Item::Number) {
@@ -388,9 +426,9 @@ bool evaluateFlat(CalcParser& calc, const Item* begin, const Item* end, double* 
 // Evaluates every parenthesised group, innermost first, and puts its value in its place,
 // until no parentheses are left. Fails on an unbalanced parenthesis, an empty group or a
 // group that does not evaluate.
-bool collapseGroups(CalcParser& calc, std::vector<Item>& items) {
-    std::vector<size_t> opens;
-    for (size_t i = 0; i < items.size(); ++i) {
+bool collapseGroups(CalcParser& calc, SmallVector<Item>& items) {
+    SmallVector<qsizetype> opens;
+    for (qsizetype i = 0; i < items.size(); ++i) {
         if (items[i].kind == Item::Open) {
             opens.push_back(i);
             continue;
@@ -401,15 +439,14 @@ bool collapseGroups(CalcParser& calc, std::vector<Item>& items) {
         if (opens.empty()) {
             return false;
         }
-        const size_t open = opens.back();
+        const qsizetype open = opens.back();
         opens.pop_back();
         double value = 0.0;
         if (!evaluateFlat(calc, items.data() + open + 1, items.data() + i, &value)) {
             return false;
         }
         items[open] = {Item::Number, value, MathOp()};
-        items.erase(items.begin() + static_cast<std::ptrdiff_t>(open) + 1,
-                    items.begin() + static_cast<std::ptrdiff_t>(i) + 1);
+        items.erase(items.cbegin() + open + 1, items.cbegin() + i + 1);
         i = open;
     }
     return opens.empty();
@@ -420,7 +457,7 @@ bool collapseGroups(CalcParser& calc, std::vector<Item>& items) {
 double CalcParser::calculate(TokenList& tokens) {
     TokenList list;
     list.swap(tokens);
-    std::vector<Item> items;
+    SmallVector<Item> items;
     if (!prepareUnaryOps(list, true) || !readItems(list, &items) || !collapseGroups(*this, items)) {
         return fail();
     }
@@ -443,20 +480,20 @@ double CalcParser::calculateRawFromScaled(double scaled, TokenList& tokens) {
 double CalcParser::calculateScaleFactorHelper(double value, TokenList& tokens, bool inverse) {
     TokenList list;
     list.swap(tokens);
-    std::vector<Item> items;
+    SmallVector<Item> items;
     // The value being scaled is the left operand of the chain's first operator, so a
     // minus at the very start is a subtraction, not a sign.
     if (!prepareUnaryOps(list, false) || !readItems(list, &items) ||
         !collapseGroups(*this, items)) {
         return fail();
     }
-    const size_t n = items.size();
+    const qsizetype n = items.size();
     if (n % 2 != 0) {
         return fail(); // a lone operator or number is left over
     }
-    for (size_t step = 0; step < n / 2; ++step) {
+    for (qsizetype step = 0; step < n / 2; ++step) {
         // Forwards: operator and number from the front. Backwards: from the end.
-        const size_t at = inverse ? n - 2 * (step + 1) : 2 * step;
+        const qsizetype at = inverse ? n - 2 * (step + 1) : 2 * step;
         const Item& op = items[at];
         const Item& number = items[at + 1];
         if (op.kind != Item::Op || number.kind != Item::Number) {

@@ -5,6 +5,8 @@
 #include "sf/Category.h"
 #include "sf/RawSetting.h"
 
+#include <array>
+
 namespace sf::parser {
 
 namespace {
@@ -228,13 +230,19 @@ quint32 Interpreter::getKxsFormat() const {
 // ---------------------------------------------------------------------------------------
 // Splitting, tokenising, preprocessing
 
-bool Interpreter::splitInput(const QString& text, QStringList* out,
-                             const QRegularExpression& delimiters, bool keepDelimiters) {
-    if (!out || text.isEmpty() || !delimiters.isValid()) {
+namespace {
+
+enum class Piece { Text, Delimiter, Whole };
+
+// Walks text cut at each match of delimiters outside double quotes. visit(begin, length,
+// kind) gets the pieces in order: the text between delimiters (when not empty, and always
+// the last one; to be trimmed) and each delimiter, or, without any delimiter, the Whole
+// text as it is. False for an empty text or an invalid expression.
+template <typename Emit>
+bool walkPieces(const QString& text, const QRegularExpression& delimiters, Emit visit) {
+    if (text.isEmpty() || !delimiters.isValid()) {
         return false;
     }
-    out->clear();
-
     // The next delimiter at or after `from`: its position and length (at least one
     // character, so that every step moves on). False when there is none.
     const bool tokenDelimiters = delimiters.pattern() == TOKEN_REGEX.pattern() &&
@@ -265,63 +273,123 @@ bool Interpreter::splitInput(const QString& text, QStringList* out,
 
     int p = 0;
     int len = 1;
-    if (!nextDelimiter(0, &p, &len)) {
-        out->append(text);
+    int start = 0;
+    bool more = nextDelimiter(0, &p, &len);
+    if (!more) {
+        visit(0, static_cast<int>(text.size()), Piece::Whole);
         return true;
     }
-    int start = 0;
-    for (;;) {
+    int counted = 0;
+    int quotes = 0;
+    while (more) {
         // Skip delimiters inside a quoted text: an odd number of counting quotes lies
         // between the start of the piece and the delimiter.
-        int quotes = 0;
-        int counted = start;
-        bool found = true;
-        for (;;) {
-            for (; counted < p; ++counted) {
-                quotes += quoteCounts(text, counted) ? 1 : 0;
-            }
-            if (quotes % 2 == 0) {
-                break;
-            }
-            if (!nextDelimiter(p + len, &p, &len)) {
-                found = false;
-                break;
-            }
+        for (; counted < p; ++counted) {
+            quotes += quoteCounts(text, counted) ? 1 : 0;
         }
-        if (!found) {
-            break;
+        if (quotes % 2 != 0) {
+            more = nextDelimiter(p + len, &p, &len);
+            continue;
         }
         if (p > start) {
-            out->append(text.mid(start, p - start).trimmed());
+            visit(start, p - start, Piece::Text);
         }
-        if (keepDelimiters) {
-            out->append(text.mid(p, len));
-        }
+        visit(p, len, Piece::Delimiter);
         start = p + len;
-        if (!nextDelimiter(start, &p, &len)) {
-            break;
-        }
+        counted = start;
+        quotes = 0;
+        more = nextDelimiter(start, &p, &len);
     }
-    out->append(text.mid(start).trimmed());
+    visit(start, static_cast<int>(text.size()) - start, Piece::Text);
     return true;
+}
+
+// The one-character texts shared by all tokens made of a single ASCII character, so that
+// tokenizing does not allocate a string per delimiter.
+const QString& asciiText(char16_t c) {
+    static const QList<QString> texts = [] {
+        QList<QString> all;
+        all.reserve(128);
+        for (int i = 0; i < 128; ++i) {
+            all.append(QString(QChar(i)));
+        }
+        return all;
+    }();
+    return texts.at(c);
+}
+
+// The blanks that \s matches, which make a one-character piece WhiteSpace.
+bool isBlank(char16_t c) {
+    return c == ' ' || (c >= 0x09 && c <= 0x0D);
+}
+
+// The text of a piece, shared with an earlier piece of the same text where possible:
+// definitions repeat their words (kinds, formats, small numbers, units), and a shared
+// string costs no allocation. A small direct-mapped table per thread, bounded in size.
+QString sharedText(QStringView piece) {
+    constexpr size_t SLOTS = 512;
+    constexpr qsizetype LONGEST = 24;
+    if (piece.size() > LONGEST) {
+        return piece.toString();
+    }
+    thread_local std::array<QString, SLOTS> recent;
+    quint32 hash = 2166136261u; // FNV-1a over the UTF-16 code units
+    for (const QChar c : piece) {
+        hash = (hash ^ c.unicode()) * 16777619u;
+    }
+    QString& slot = recent[hash % SLOTS];
+    if (slot != piece) {
+        slot = piece.toString();
+    }
+    return slot;
+}
+
+} // namespace
+
+bool Interpreter::splitInput(const QString& text, QStringList* out,
+                             const QRegularExpression& delimiters, bool keepDelimiters) {
+    if (!out || text.isEmpty() || !delimiters.isValid()) {
+        return false;
+    }
+    out->clear();
+    return walkPieces(text, delimiters, [&](int begin, int length, Piece kind) {
+        if (kind == Piece::Text) {
+            out->append(QStringView(text).mid(begin, length).trimmed().toString());
+        } else if (kind == Piece::Whole || keepDelimiters) {
+            out->append(text.mid(begin, length));
+        }
+    });
 }
 
 bool Interpreter::tokenize(TokenList* out, const QString& text,
                            const QRegularExpression& delimiters) {
-    if (!out) {
-        return false;
-    }
-    QStringList pieces;
-    if (!splitInput(text, &pieces, delimiters, true)) {
+    if (!out || text.isEmpty() || !delimiters.isValid()) {
         return false;
     }
     out->clear();
-    out->reserve(pieces.size() + 1);
-    for (const QString& piece : pieces) {
-        if (!piece.isEmpty()) {
-            out->append(Token(piece));
+    out->reserve(text.size() / 3 + 2);
+    // Blank delimiters would be removed first thing by preprocessing: they are never
+    // added. A trimmed piece is never blank.
+    walkPieces(text, delimiters, [&](int begin, int length, Piece kind) {
+        if (kind == Piece::Text) {
+            const QStringView piece = QStringView(text).mid(begin, length).trimmed();
+            if (!piece.isEmpty()) {
+                out->append(Token(sharedText(piece)));
+            }
+            return;
         }
-    }
+        const char16_t c = text.at(begin).unicode();
+        if (length == 1 && c < 128) {
+            if (!isBlank(c)) {
+                out->append(Token(asciiText(c)));
+            }
+            return;
+        }
+        Token token(text.mid(begin, length));
+        if (token.getType() != WhiteSpace) {
+            out->append(std::move(token));
+        }
+    });
     if (!preprocessTokenList(out)) {
         return false;
     }

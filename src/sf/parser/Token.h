@@ -114,6 +114,14 @@ private:
     TokenType m_type = Undefined;
 };
 
+} // namespace sf::parser
+
+// A token moves in memory as its bytes (a string and a number): lists of tokens grow and
+// shift without calling constructors.
+Q_DECLARE_TYPEINFO(sf::parser::Token, Q_MOVABLE_TYPE);
+
+namespace sf::parser {
+
 // Definitions travel as lists of tokens ending with an End token.
 using TokenList = QList<Token>;
 
