@@ -23,14 +23,16 @@ const QString VERSION = QStringLiteral("KX4-BENCH");
 const QString FIRMWARE = QStringLiteral("FWB");
 
 // A layout of `count` settings in categories of 100, in groups of ten:
-//   0     Base<g>      u8 number 0`255 (two dependents)
-//   1, 2  Dep<g>a/b    u16 numbers whose upper bound is Base<g> * 4, scaled /10
-//   3     Flags<g>     16-bit bit field with three labels
-//   4     Boxes<g>     checkbool[8] with three boxes
-//   5     Mode<g>      list over one of five shared string lists
-//   6, 7  Pre<g>x1/x2  u8 numbers for presets 0 and 1 (one row, two columns)
-//   8, 9  Num<g>a/b    plain u16 numbers with a help identifier
-// Every setting gets bytes of its own from address 0 on.
+//   0     G<g>Base      u8 number 0`255 (two dependents)
+//   1, 2  Dep<g>a/b     u16 numbers whose upper bound is G<g>Base * 4, scaled /10
+//   3     G<g>Flags     16-bit bit field with three labels
+//   4     G<g>Boxes     checkbool[8] with three boxes
+//   5     G<g>Mode      list over one of five shared string lists
+//   6, 7  Pre<g>x1/x2   u8 numbers for presets 0 and 1 (one row, two columns)
+//   8, 9  Num<g>a/b     plain u16 numbers with a help identifier
+// Only the Pre settings end in a preset character (a digit, A or B), as in a real layout:
+// every category has two preset columns. Every setting gets bytes of its own from
+// address 0 on.
 struct Generated {
     QByteArray layout;
     QByteArray image;
@@ -67,31 +69,30 @@ Generated generate(int count) {
                                QStringLiteral("Category %1").arg(i / 100), QString());
         }
         const int g = i / 10;
-        const QString n = QString::number(g);
         switch (i % 10) {
         case 0:
-            add(QStringLiteral("Base") + n, 1,
+            add(QStringLiteral("G%1Base").arg(g), 1,
                 QStringLiteral("num, WB%1, u8, 0`255, [], 0, \"Base\", \"\"").arg(g),
                 QByteArray(1, char(100)));
             break;
         case 1:
         case 2:
             add(QStringLiteral("Dep%1%2").arg(g).arg(i % 10 == 1 ? 'a' : 'b'), 2,
-                QStringLiteral("num, WD%1, u16, 0`Base%1*4, [/10], 1, \"Dep\", \"V\"").arg(g),
+                QStringLiteral("num, WD%1, u16, 0`G%1Base*4, [/10], 1, \"Dep\", \"V\"").arg(g),
                 QByteArray::fromHex("012C")); // 300
             break;
         case 3:
-            add(QStringLiteral("Flags") + n, 2,
+            add(QStringLiteral("G%1Flags").arg(g), 2,
                 QStringLiteral("bool, 16, {\"One\", \"Two\", \"Three\"}"),
                 QByteArray::fromHex("0005"));
             break;
         case 4:
-            add(QStringLiteral("Boxes") + n, 1,
+            add(QStringLiteral("G%1Boxes").arg(g), 1,
                 QStringLiteral("checkbool[8], {\"A\", \"B\", \"C\"}, \"Boxes\", \"\""),
                 QByteArray(1, char(2)));
             break;
         case 5:
-            add(QStringLiteral("Mode") + n, 1,
+            add(QStringLiteral("G%1Mode").arg(g), 1,
                 QStringLiteral("list, WM%1, ListCount, List%2, \"Mode\", \"\"").arg(g).arg(g % 5),
                 QByteArray(1, char(1)));
             break;
@@ -170,7 +171,7 @@ BENCHMARK(BM_Load)->Arg(500)->Arg(5000)->Unit(benchmark::kMillisecond)->Complexi
 // that every edit changes the bytes; the history is emptied now and then (untimed).
 void BM_EditWithDependents(benchmark::State& state) {
     auto manager = loaded(state);
-    const QString name = QStringLiteral("Base%1").arg(state.range(0) / 20);
+    const QString name = QStringLiteral("G%1Base").arg(state.range(0) / 20);
     int value = 60;
     int edits = 0;
     for (auto _ : state) {
@@ -191,7 +192,7 @@ BENCHMARK(BM_EditWithDependents)->Arg(500)->Arg(5000)->Unit(benchmark::kMicrosec
 // both dependents, so those groups hold three actions.
 std::unique_ptr<sf::SettingManager> withHistory(benchmark::State& state, int edits) {
     auto manager = loaded(state);
-    const QString name = QStringLiteral("Base%1").arg(state.range(0) / 20);
+    const QString name = QStringLiteral("G%1Base").arg(state.range(0) / 20);
     for (int i = 0; i < edits; ++i) {
         manager->setSettingData(i % 2 == 0 ? 50 : 70, name);
     }

@@ -87,13 +87,13 @@ Setting* SettingFactory::buildSetting(const RawSetting* raw, std::unique_ptr<Tok
         m_lastError = ErrorNotBuilt;
         return nullptr;
     }
-    // As many of the raw bytes as both sizes allow; the rest stays zero.
-    QByteArray bytes(setting->getSizeBytes(), '\0');
+    // As many of the raw bytes as both sizes allow; the rest stays zero (as the setting
+    // allocated it).
     const int common = qMin(setting->getSizeBytes(), raw->getSizeBytes());
-    if (common > 0 && raw->getData()) {
-        std::memcpy(bytes.data(), raw->getData(), static_cast<size_t>(common));
+    char* data = setting->getRawData();
+    if (data && common > 0 && raw->getData()) {
+        std::memcpy(data, raw->getData(), static_cast<size_t>(common));
     }
-    setting->writeRawData(bytes.constData());
     m_lastError = NoError;
     return setting.release();
 }

@@ -2,7 +2,9 @@
 
 #include "sf/parser/Token.h"
 
+#include <QPair>
 #include <QString>
+#include <QVarLengthArray>
 
 #include <functional>
 
@@ -41,7 +43,7 @@ private:
     parser::TokenList& m_tokens;
     Reporter m_report;
     // Payloads of the tokens purified so far, as they were: (position, payload).
-    QList<QPair<int, QString>> m_originals;
+    QVarLengthArray<QPair<int, QString>, 4> m_originals;
 };
 
 } // namespace sf
