@@ -350,6 +350,32 @@ private slots:
                      qPrintable(QStringLiteral("%1 -> %2 -> %3").arg(raw).arg(scaled).arg(back)));
         }
     }
+
+    // Values written into token lists read back exactly and look as the general format
+    // with 17 digits writes them, integers included.
+    void exactText_data() {
+        QTest::addColumn<double>("value");
+        QTest::newRow("zero") << 0.0;
+        QTest::newRow("negative zero") << -0.0;
+        QTest::newRow("small integer") << 300.0;
+        QTest::newRow("negative integer") << -42.0;
+        QTest::newRow("largest plain integer") << 999999999999999.0;
+        QTest::newRow("first integer in general format") << 1e15;
+        QTest::newRow("beyond exact integers") << 9007199254740993.0;
+        QTest::newRow("fraction") << 0.1;
+        QTest::newRow("negative fraction") << -2.5;
+        QTest::newRow("tiny") << 1e-300;
+        QTest::newRow("huge") << 1e300;
+        QTest::newRow("infinity") << std::numeric_limits<double>::infinity();
+    }
+    void exactText() {
+        QFETCH(double, value);
+        const QString text = CalcParser::exactText(value);
+        QCOMPARE(text, QString::number(value, 'g', 17));
+        double back = 0.0;
+        QVERIFY(CalcParser::tokenValue(Token(text, sf::parser::Numeric), &back));
+        QVERIFY(back == value);
+    }
 };
 
 QTEST_GUILESS_MAIN(TestCalcParser)

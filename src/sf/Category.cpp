@@ -347,7 +347,7 @@ bool Category::move(CategoryIndex* cell, int row) {
     CategoryIndex* before = nullptr;
     if (row < m_rowCount - 1)
         before = m_cache.heads[static_cast<std::size_t>(row < from ? row : row + 1)];
-    QVector<CategoryIndex*> cells;
+    RowCells cells;
     for (CategoryIndex* member = head; member; member = member->m_right)
         cells.append(member);
     unlinkRow(head);
@@ -635,15 +635,15 @@ void Category::addColumn() {
     m_tails.append(above);
 }
 
-QVector<CategoryIndex*> Category::makeRow(CategoryIndex* cell, int column) const {
-    QVector<CategoryIndex*> cells(m_heads.size(), nullptr);
+Category::RowCells Category::makeRow(CategoryIndex* cell, int column) const {
+    RowCells cells(m_heads.size());
     for (int index = 0; index < cells.size(); ++index)
         cells[index] =
             index == column ? cell : new CategoryIndex(DEFAULT_SIZE, -1, nullptr, nullptr, nullptr);
     return cells;
 }
 
-void Category::linkRowBefore(const QVector<CategoryIndex*>& cells, CategoryIndex* beforeHead) {
+void Category::linkRowBefore(const RowCells& cells, CategoryIndex* beforeHead) {
     const int columns = cells.size();
     for (int column = 0; column < columns; ++column) {
         CategoryIndex* cell = cells.at(column);
@@ -841,7 +841,7 @@ bool Category::placeInRow(CategoryIndex* cell, CategoryIndex* head, int column) 
 }
 
 void Category::placeInNewRow(CategoryIndex* cell, int column, CategoryIndex* beforeHead) {
-    const QVector<CategoryIndex*> cells = makeRow(cell, column);
+    const RowCells cells = makeRow(cell, column);
     linkRowBefore(cells, beforeHead);
     CategoryIndex* head = cells.first();
     head->m_expanded = false;

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QSet>
 #include <QString>
+#include <QVarLengthArray>
 #include <QVector>
 
 #include "sf/RowSpans.h"
@@ -186,8 +187,10 @@ private:
 
     bool ensureColumns(int column);
     void addColumn();
-    QVector<CategoryIndex*> makeRow(CategoryIndex* cell, int column) const;
-    void linkRowBefore(const QVector<CategoryIndex*>& cells, CategoryIndex* beforeHead);
+    // The cells of one row, left to right (a few preset columns: kept on the stack).
+    using RowCells = QVarLengthArray<CategoryIndex*, 8>;
+    RowCells makeRow(CategoryIndex* cell, int column) const;
+    void linkRowBefore(const RowCells& cells, CategoryIndex* beforeHead);
     void unlinkRow(CategoryIndex* head);
     void replaceCell(CategoryIndex* old, CategoryIndex* replacement);
     void destroyRow(CategoryIndex* head);

@@ -148,7 +148,7 @@ bool DependentResolver::replace(Setting* referrer, TokenList& tokens, parser::To
         if (t == parser::NegDependent) {
             value = -value;
         }
-        tokens[i] = Token(QString::number(value, 'g', 17), type);
+        tokens[i] = Token(parser::CalcParser::exactText(value), type);
     }
     return all || behaviour == ReplaceBehaviour::ZeroMissing;
 }

@@ -65,7 +65,7 @@ bool NumericPreprocessor::rewrite(TokenList& tokens, int from, quint32 format) {
             if (!parser::CalcParser::tokenValue(token, &value)) {
                 return false;
             }
-            token = Token(QString::number(value, 'g', 17), parser::Numeric);
+            token = Token(parser::CalcParser::exactText(value), parser::Numeric);
             break;
         }
         case parser::Operator:

@@ -382,6 +382,11 @@ bool Setting::evaluateExpression(TokenList tokens, double* value) {
     if (!value || !isInitialized() || !resolveReferences(tokens)) {
         return false;
     }
+    // A lone number is its own value (what the calculator would make of it).
+    if (tokens.size() == 1 && (tokens.first().getType() == parser::Numeric ||
+                               tokens.first().getType() == parser::Hexadecimal)) {
+        return parser::CalcParser::tokenValue(tokens.first(), value);
+    }
     parser::CalcParser calc;
     const double result = calc.calculate(tokens);
     if (!calc.lastCalcSuccessful()) {

@@ -268,6 +268,14 @@ double CalcParser::performMathOp(double a, double b, const MathOp& op, bool inve
     }
 }
 
+QString CalcParser::exactText(double value) {
+    constexpr double PLAIN_LIMIT = 1e15;
+    if (std::isfinite(value) && value == std::trunc(value) && std::fabs(value) < PLAIN_LIMIT) {
+        return QString::number(static_cast<qint64>(value));
+    }
+    return QString::number(value, 'g', 17);
+}
+
 bool CalcParser::tokenValue(const Token& token, double* value) {
     if (!value) {
         return false;

@@ -44,6 +44,10 @@ public:
     // The value of a number token (Numeric, or Hexadecimal with 0x prefix or h suffix,
     // either with an optional leading minus). False for any other token.
     static bool tokenValue(const Token& token, double* value);
+    // A value as the text of a Numeric token that reads back as the same value: 17
+    // significant digits in general format (integers below 10^15 as plain digits, the
+    // same text, made faster).
+    static QString exactText(double value);
 
 private:
     double calculateScaleFactorHelper(double value, TokenList& tokens, bool inverse);

@@ -304,18 +304,18 @@ bool walkPieces(const QString& text, const QRegularExpression& delimiters, Emit 
     return true;
 }
 
-// The one-character texts shared by all tokens made of a single ASCII character, so that
-// tokenizing does not allocate a string per delimiter.
-const QString& asciiText(char16_t c) {
-    static const QList<QString> texts = [] {
-        QList<QString> all;
+// The tokens of the one-character ASCII pieces, made once: tokenizing copies them
+// instead of allocating and recognizing a string per delimiter.
+const Token& asciiToken(char16_t c) {
+    static const QList<Token> tokens = [] {
+        QList<Token> all;
         all.reserve(128);
         for (int i = 0; i < 128; ++i) {
-            all.append(QString(QChar(i)));
+            all.append(Token(QString(QChar(i))));
         }
         return all;
     }();
-    return texts.at(c);
+    return tokens.at(c);
 }
 
 // The blanks that \s matches, which make a one-character piece WhiteSpace.
@@ -381,7 +381,7 @@ bool Interpreter::tokenize(TokenList* out, const QString& text,
         const char16_t c = text.at(begin).unicode();
         if (length == 1 && c < 128) {
             if (!isBlank(c)) {
-                out->append(Token(asciiText(c)));
+                out->append(asciiToken(c));
             }
             return;
         }
