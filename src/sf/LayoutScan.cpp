@@ -18,7 +18,6 @@ struct Placed {
 
 bool LayoutScan::scan(const QByteArray& layout) {
     m_headings.clear();
-    m_settingEntries = 0;
     kxs::parser::KxsParser parser;
     if (!parser.openKxsData(layout)) {
         return false;
@@ -47,16 +46,12 @@ bool LayoutScan::scan(const QByteArray& layout) {
         if (setting.sizeBytes > MAX_SETTING_SIZE) {
             return false;
         }
-        ++m_settingEntries;
         const quint32 position = parser.getOffset() - kxs::entryLength(entry);
         while (next < headings.size() && headings[next].position <= position) {
             current = headings[next].name;
             ++next;
         }
-        const QString name = kxs::entryName(entry);
-        if (!m_headings.contains(name)) {
-            m_headings.insert(name, current);
-        }
+        m_headings.append(current);
     }
     return true;
 }

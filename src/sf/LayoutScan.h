@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QByteArray>
-#include <QHash>
 #include <QString>
+#include <QVector>
 
 namespace sf {
 
@@ -22,14 +22,15 @@ public:
     // MAX_SETTING_SIZE.
     bool scan(const QByteArray& layout);
 
-    // Label of the last category heading before the first setting entry with that code
-    // name; empty when there is none.
-    QString headingOf(const QString& codeName) const { return m_headings.value(codeName); }
-    int settingEntries() const { return m_settingEntries; }
+    // Label of the last category heading before setting entry `entry` (0 for the first
+    // setting entry, counted as the interpreter hands them out); empty when there is none.
+    QString headingOf(int entry) const {
+        return entry >= 0 && entry < m_headings.size() ? m_headings.at(entry) : QString();
+    }
+    int settingEntries() const { return static_cast<int>(m_headings.size()); }
 
 private:
-    QHash<QString, QString> m_headings;
-    int m_settingEntries = 0;
+    QVector<QString> m_headings; // per setting entry, in order
 };
 
 } // namespace sf

@@ -22,16 +22,26 @@ int SettingFactory::typeFromKeyword(const QString& keyword) {
     // Layouts use a handful of keywords thousands of times: remember the answers instead
     // of compiling the keyword as a pattern for every setting. The table is bounded so
     // that arbitrary keywords cannot make it grow without limit.
+    // Layouts repeat the same few keywords, often one after the other.
+    static QString lastKeyword;
+    static int lastType = -1;
+    if (!lastKeyword.isNull() && keyword == lastKeyword) {
+        return lastType;
+    }
     static QHash<QString, int> known;
     const auto it = known.constFind(keyword);
+    int type = -1;
     if (it != known.constEnd()) {
-        return it.value();
+        type = it.value();
+    } else {
+        if (known.size() >= 64) {
+            known.clear();
+        }
+        type = matchKeyword(keyword);
+        known.insert(keyword, type);
     }
-    if (known.size() >= 64) {
-        known.clear();
-    }
-    const int type = matchKeyword(keyword);
-    known.insert(keyword, type);
+    lastKeyword = keyword;
+    lastType = type;
     return type;
 }
 

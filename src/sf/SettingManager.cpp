@@ -41,6 +41,7 @@ void SettingManager::clear() {
     const QVector<Category*> categories = m_categories;
     m_categories.clear();
     m_categoryByLabel.clear();
+    m_lastCategory = {};
     for (Category* category : categories) {
         delete category;
     }
@@ -73,6 +74,7 @@ bool SettingManager::addCategory(Category* category) {
     if (!m_categoryByLabel.contains(category->getLabel())) {
         m_categoryByLabel.insert(category->getLabel(), category);
     }
+    m_lastCategory = {};
     connect(category, &Category::settingAboutToBeExpanded, this,
             &SettingManager::resolveExpansionIndex);
     connect(category, &Category::settingExpanded, this, &SettingManager::expansionDone);
@@ -102,10 +104,12 @@ bool SettingManager::addSetting(Setting* setting) {
     }
     setting->addReference(); // the manager's own reference
     m_settings.append(setting);
-    if (!m_byName.contains(setting->getCodeName())) {
-        m_byName.insert(setting->getCodeName(), setting);
+    const qsizetype before = m_byName.size();
+    Setting*& slot = m_byName[setting->getCodeName()];
+    if (m_byName.size() != before) {
+        slot = setting; // the first setting of a name is the one found by it
     }
-    Category* category = getCategory(setting->getCategory());
+    Category* category = categoryOf(setting);
     if (!category) {
         category = uncategorized();
     }
@@ -124,12 +128,18 @@ bool SettingManager::addSetting(Setting* setting) {
 }
 
 bool SettingManager::addRawSetting(RawSetting* raw) {
-    if (!raw || m_rawByName.contains(raw->getCodeName())) {
-        delete raw;
+    if (!raw) {
         return false;
     }
+    // One lookup: the slot is new exactly when the table grows.
+    const qsizetype before = m_rawByName.size();
+    RawSetting*& slot = m_rawByName[raw->getCodeName()];
+    if (m_rawByName.size() == before) {
+        delete raw; // a repeated code name: the first one stays
+        return false;
+    }
+    slot = raw;
     m_rawSettings.append(raw);
-    m_rawByName.insert(raw->getCodeName(), raw);
     return true;
 }
 
@@ -237,6 +247,15 @@ bool SettingManager::isMultiSetting(const QString& codeName) const {
 
 Category* SettingManager::getCategory(const QString& label) const {
     return m_categoryByLabel.value(label, nullptr);
+}
+
+Category* SettingManager::categoryOf(const Setting* setting) {
+    // Settings arrive category by category: the previous answer is usually the answer.
+    const QString& label = setting->getCategory();
+    if (!m_lastCategory.category || m_lastCategory.label != label) {
+        m_lastCategory = {label, getCategory(label)};
+    }
+    return m_lastCategory.category;
 }
 
 QString SettingManager::getCategoryTitle(const QString& label) const {

@@ -373,10 +373,18 @@ private:
     void notifyRecursive(SettingType type, const QList<Setting*>& settings, bool record,
                          QSet<Setting*>& visited, QList<QPair<Setting*, QByteArray>>& changed);
     void reportRows(const QList<Setting*>& settings);
+    // The category of the setting's label (getCategory), remembered for the next one.
+    Category* categoryOf(const Setting* setting);
 
     // Categories and settings.
     QVector<Category*> m_categories;
     QHash<QString, Category*> m_categoryByLabel;
+    // The category last found for a label while settings are added.
+    struct LastCategory {
+        QString label;
+        Category* category = nullptr;
+    };
+    LastCategory m_lastCategory;
     QVector<Setting*> m_settings;
     QHash<QString, Setting*> m_byName;
     QVector<RawSetting*> m_rawSettings;

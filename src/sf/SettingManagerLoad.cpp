@@ -35,8 +35,9 @@ QString withoutTrailingZeros(QString text) {
 // What one load carries from reading the entries to building the settings.
 struct SettingManager::LoadState {
     LayoutScan scan;
-    // Token lists of m_rawSettings, index for index.
+    // Token lists and category headings of m_rawSettings, index for index.
     std::vector<std::unique_ptr<parser::TokenList>> tokens;
+    QVector<QString> headings;
 };
 
 int SettingManager::loadRawSettings(const util::VersionContainer& version, const QString& fileName,
@@ -115,6 +116,7 @@ int SettingManager::loadCore(const util::VersionContainer& version, const QByteA
     m_settings.reserve(entries);
     m_byName.reserve(entries);
     state.tokens.reserve(static_cast<size_t>(entries));
+    state.headings.reserve(entries);
 
     int problems = readSettingEntries(image, state);
     problems += buildSettings(state);
@@ -129,7 +131,7 @@ int SettingManager::loadCore(const util::VersionContainer& version, const QByteA
 int SettingManager::readSettingEntries(parser::HexParser& image, LoadState& state) {
     const ImageReader reader(image);
     int problems = 0;
-    while (m_interpreter->hasNextSetting()) {
+    for (int entry = 0; m_interpreter->hasNextSetting(); ++entry) {
         auto tokens = std::make_unique<parser::TokenList>();
         RawSetting* raw = m_interpreter->getNextSetting(tokens.get());
         if (!raw) {
@@ -138,9 +140,8 @@ int SettingManager::readSettingEntries(parser::HexParser& image, LoadState& stat
             emit problem(QStringLiteral("Unreadable setting entry in layout ") + m_kxsVersion);
             break;
         }
-        if (containsRaw(raw->getCodeName())) {
-            delete raw; // a repeated code name: the first entry stays
-            continue;
+        if (!addRawSetting(raw)) {
+            continue; // a repeated code name: the first entry stays (raw is deleted)
         }
         const qint32 size = raw->getSizeBytes();
         if (size > 0) {
@@ -152,8 +153,8 @@ int SettingManager::readSettingEntries(parser::HexParser& image, LoadState& stat
                 ++problems; // the image does not hold the setting's bytes
             }
         }
-        addRawSetting(raw);
         state.tokens.push_back(std::move(tokens));
+        state.headings.append(state.scan.headingOf(entry));
     }
     return problems;
 }
@@ -174,7 +175,7 @@ int SettingManager::buildSettings(LoadState& state) {
         setting->setEnabled(raw->isEnabled());
         setting->setEnabledByDefault(raw->isEnabled());
         setting->setHidden(raw->isHidden());
-        setting->setCategory(state.scan.headingOf(raw->getCodeName()));
+        setting->setCategory(state.headings.at(i));
         addSetting(setting);
     }
     // References can be resolved only once every setting exists.
