@@ -177,6 +177,15 @@ struct SettingData {
     qint32 sizeBytes = 0;
     QString definition;
 };
+// Only the size in bytes of a setting entry (the definition is not decoded); false
+// exactly when readSettingData is.
+inline bool readSettingSize(const NamesTableEntryV1* e, const char* data, qint32* sizeBytes) {
+    if (!data || !sizeBytes || entrySize(e) < 8) {
+        return false;
+    }
+    *sizeBytes = static_cast<qint32>(readLE32(data + 4));
+    return true;
+}
 inline bool readSettingData(const NamesTableEntryV1* e, const char* data, SettingData* out) {
     const quint32 size = entrySize(e);
     if (!data || !out || size < 8) {

@@ -39,11 +39,11 @@ bool LayoutScan::scan(const QByteArray& layout) {
     int next = 0; // first heading not yet passed
     QString current;
     while (parser.hasNext(kxs::EntrySetting) && parser.getNext(&entry, &data, kxs::EntrySetting)) {
-        kxs::SettingData setting;
-        if (!kxs::readSettingData(entry, data, &setting)) {
+        qint32 sizeBytes = 0;
+        if (!kxs::readSettingSize(entry, data, &sizeBytes)) {
             break;
         }
-        if (setting.sizeBytes > MAX_SETTING_SIZE) {
+        if (sizeBytes > MAX_SETTING_SIZE) {
             return false;
         }
         const quint32 position = parser.getOffset() - kxs::entryLength(entry);

@@ -302,17 +302,24 @@ bool NumSetting::recomputeRange() {
     if (split < 0) {
         return false;
     }
-    TokenList lower = tokens.mid(0, split);
-    TokenList upper = tokens.mid(split + 1);
+    int lowBegin = 0;
+    int highEnd = static_cast<int>(tokens.size());
     // A range may be written in brackets: [lower ` upper].
-    if (!lower.isEmpty() && !upper.isEmpty() && lower.first().getType() == parser::LBracket &&
-        upper.last().getType() == parser::RBracket) {
-        lower.removeFirst();
-        upper.removeLast();
+    if (split > 0 && split + 1 < highEnd && tokens.at(0).getType() == parser::LBracket &&
+        tokens.at(highEnd - 1).getType() == parser::RBracket) {
+        ++lowBegin;
+        --highEnd;
     }
+    // Each bound is an expression; a lone number (the usual case) is read as it is.
+    const auto bound = [&](int begin, int end, double* value) {
+        const bool number = end - begin == 1 && (tokens.at(begin).getType() == parser::Numeric ||
+                                                 tokens.at(begin).getType() == parser::Hexadecimal);
+        return number ? parser::CalcParser::tokenValue(tokens.at(begin), value)
+                      : evaluateExpression(tokens.mid(begin, end - begin), value);
+    };
     double low = 0.0;
     double high = 0.0;
-    if (!evaluateExpression(lower, &low) || !evaluateExpression(upper, &high)) {
+    if (!bound(lowBegin, split, &low) || !bound(split + 1, highEnd, &high)) {
         return false;
     }
     char minimum[8] = {};

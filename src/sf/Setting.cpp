@@ -383,9 +383,9 @@ bool Setting::evaluateExpression(TokenList tokens, double* value) {
         return false;
     }
     // A lone number is its own value (what the calculator would make of it).
-    if (tokens.size() == 1 && (tokens.first().getType() == parser::Numeric ||
-                               tokens.first().getType() == parser::Hexadecimal)) {
-        return parser::CalcParser::tokenValue(tokens.first(), value);
+    if (tokens.size() == 1 && (tokens.at(0).getType() == parser::Numeric ||
+                               tokens.at(0).getType() == parser::Hexadecimal)) {
+        return parser::CalcParser::tokenValue(tokens.at(0), value);
     }
     parser::CalcParser calc;
     const double result = calc.calculate(tokens);

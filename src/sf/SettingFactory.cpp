@@ -9,6 +9,8 @@
 #include <QHash>
 #include <QRegularExpression>
 
+#include <array>
+
 #include <cstring>
 
 namespace sf {
@@ -22,11 +24,18 @@ int SettingFactory::typeFromKeyword(const QString& keyword) {
     // Layouts use a handful of keywords thousands of times: remember the answers instead
     // of compiling the keyword as a pattern for every setting. The table is bounded so
     // that arbitrary keywords cannot make it grow without limit.
-    // Layouts repeat the same few keywords, often one after the other.
-    static QString lastKeyword;
-    static int lastType = -1;
-    if (!lastKeyword.isNull() && keyword == lastKeyword) {
-        return lastType;
+    // Layouts repeat the same few keywords: the last few answers are compared first,
+    // which is cheaper than hashing the keyword.
+    struct Recent {
+        QString keyword;
+        int type = -1;
+    };
+    static std::array<Recent, 4> recent;
+    static std::size_t oldest = 0;
+    for (const Recent& r : recent) {
+        if (!r.keyword.isNull() && r.keyword == keyword) {
+            return r.type;
+        }
     }
     static QHash<QString, int> known;
     const auto it = known.constFind(keyword);
@@ -40,8 +49,8 @@ int SettingFactory::typeFromKeyword(const QString& keyword) {
         type = matchKeyword(keyword);
         known.insert(keyword, type);
     }
-    lastKeyword = keyword;
-    lastType = type;
+    recent[oldest] = {keyword, type};
+    oldest = (oldest + 1) % recent.size();
     return type;
 }
 
