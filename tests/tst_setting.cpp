@@ -465,6 +465,10 @@ void TestSetting::purifyStringTerminals_data() {
     QTest::newRow("odd quotes") << "p, \"a\"b\"" << false
                                 << "Failed to 'purify' String at token 2, line: %L"
                                 << "\"a\"b\"";
+    QTest::newRow("message names the line as it was before purifying")
+        << "p, {Mode1, \"a\", 12}" << false
+        << "String token expected, instead found type Numeric, at token 7, line: %L"
+        << "{ Mode1 , a , 12 }";
     QTest::newRow("number instead of text")
         << "p, 12" << false
         << "String token expected, instead found type Numeric, at token 2, line: %L"
