@@ -217,15 +217,24 @@ bool NumSetting::scaleTokens(TokenList* out) {
         return true; // no scale field: shown value = raw value
     }
     TokenList tokens;
-    if (!getSettingInput(InputScale, &tokens)) {
-        return false;
-    }
-    if (tokens.size() == 1) {
-        return false;
-    }
-    if (tokens.size() >= 2) {
-        tokens.removeFirst();
-        tokens.removeLast();
+    int begin = -1;
+    int end = -1;
+    if (plainFieldRange(InputScale, &begin, &end)) {
+        // The chain inside the brackets, read in place ("[]" leaves nothing to copy).
+        if (end - begin == 1) {
+            return false;
+        }
+        if (end - begin > 2) {
+            tokens = getTokenList()->mid(begin + 1, end - begin - 2);
+        }
+    } else {
+        if (!getSettingInput(InputScale, &tokens) || tokens.size() == 1) {
+            return false;
+        }
+        if (tokens.size() >= 2) {
+            tokens.removeFirst();
+            tokens.removeLast();
+        }
     }
     if (!resolveReferences(tokens)) {
         return false;
@@ -289,12 +298,23 @@ bool NumSetting::recomputeRange() {
         return ok;
     }
     preprocessNumericInput(InputRange);
+    // The field's tokens are [first, last) of `tokens`: a field without conditions is
+    // read in place (through a shared copy of the whole list, so that nothing evaluated
+    // below can change it underneath), any other is evaluated first.
     TokenList tokens;
-    if (!getSettingInput(InputRange, &tokens)) {
-        return false;
+    int first = 0;
+    int last = 0;
+    if (plainFieldRange(InputRange, &first, &last)) {
+        tokens = *getTokenList();
+    } else {
+        if (!getSettingInput(InputRange, &tokens)) {
+            return false;
+        }
+        first = 0;
+        last = static_cast<int>(tokens.size());
     }
     int split = -1;
-    for (int i = 0; i < tokens.size() && split < 0; ++i) {
+    for (int i = first; i < last && split < 0; ++i) {
         if (tokens.at(i).getType() == parser::Range) {
             split = i;
         }
@@ -302,10 +322,10 @@ bool NumSetting::recomputeRange() {
     if (split < 0) {
         return false;
     }
-    int lowBegin = 0;
-    int highEnd = static_cast<int>(tokens.size());
+    int lowBegin = first;
+    int highEnd = last;
     // A range may be written in brackets: [lower ` upper].
-    if (split > 0 && split + 1 < highEnd && tokens.at(0).getType() == parser::LBracket &&
+    if (split > first && split + 1 < highEnd && tokens.at(first).getType() == parser::LBracket &&
         tokens.at(highEnd - 1).getType() == parser::RBracket) {
         ++lowBegin;
         --highEnd;

@@ -291,19 +291,25 @@ bool Setting::getSettingInput(SettingInput input, TokenList* out) {
     return evaluator.evaluate(begin, end, out);
 }
 
+bool Setting::plainFieldRange(SettingInput input, int* begin, int* end) const {
+    if (!getSettingInputRange(input, begin, end)) {
+        return false;
+    }
+    for (int i = *begin; i < *end; ++i) {
+        const parser::TokenType type = m_tokens->at(i).getType();
+        if (type == parser::TernaryOp || type == parser::LCurly || type == parser::RCurly) {
+            return false;
+        }
+    }
+    return true;
+}
+
 void Setting::evaluateConditions(SettingInput input) {
     int begin = -1;
     int end = -1;
-    if (!getSettingInputRange(input, &begin, &end)) {
-        return;
-    }
-    for (int i = begin; i < end; ++i) {
-        const parser::TokenType type = m_tokens->at(i).getType();
-        if (type == parser::TernaryOp || type == parser::LCurly || type == parser::RCurly) {
-            TokenList ignored;
-            getSettingInput(input, &ignored);
-            return;
-        }
+    if (getSettingInputRange(input, &begin, &end) && !plainFieldRange(input, &begin, &end)) {
+        TokenList ignored;
+        getSettingInput(input, &ignored);
     }
 }
 
@@ -320,8 +326,24 @@ QString Setting::getStringField(SettingInput input) {
 }
 
 bool Setting::getSettingInputAsString(SettingInput input, QString* out) {
+    if (!out) {
+        return false;
+    }
+    int begin = -1;
+    int end = -1;
+    if (plainFieldRange(input, &begin, &end)) {
+        if (begin == end) {
+            return false;
+        }
+        QString text = m_tokens->at(begin).getPayload();
+        for (int i = begin + 1; i < end; ++i) {
+            text += QLatin1Char(' ') + m_tokens->at(i).getPayload();
+        }
+        *out = text;
+        return true;
+    }
     TokenList tokens;
-    if (!out || !getSettingInput(input, &tokens) || tokens.isEmpty()) {
+    if (!getSettingInput(input, &tokens) || tokens.isEmpty()) {
         return false;
     }
     if (tokens.size() == 1) {

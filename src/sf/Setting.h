@@ -179,6 +179,10 @@ protected:
     // settings they refer to. A field without conditions is not evaluated, since doing so
     // would have no effect.
     void evaluateConditions(SettingInput input);
+    // The token range of a field without conditions (no ternary, no case block): exactly
+    // the tokens getSettingInput gives, read in place. False when the field is missing or
+    // has conditions.
+    bool plainFieldRange(SettingInput input, int* begin, int* end) const;
 
 private:
     int inputPosition(SettingInput input) const;

@@ -26,14 +26,20 @@ bool StringPurifier::purifyToken(Token& token) {
     const QChar tilde(QLatin1Char('~'));
     const QChar backslash(QLatin1Char('\\'));
     const QString text = token.getPayload().trimmed();
-    // The common case, a text in quotes with nothing to resolve inside, in one copy.
+    // The common cases, a text with nothing to resolve, with or without its quotes: the
+    // text inside the quotes, in one copy (or none).
+    const auto plain = [&](QStringView view) {
+        return !view.contains(quote) && !view.contains(tilde) && !view.contains(backslash);
+    };
     const qsizetype n = text.size();
-    if (n >= 2 && text.at(0) == quote && text.at(n - 1) == quote) {
-        const QStringView inner = QStringView(text).mid(1, n - 2);
-        if (!inner.contains(quote) && !inner.contains(tilde) && !inner.contains(backslash)) {
-            token.setPayload(inner.toString());
-            return true;
-        }
+    if (n >= 2 && text.at(0) == quote && text.at(n - 1) == quote &&
+        plain(QStringView(text).mid(1, n - 2))) {
+        token.setPayload(text.mid(1, n - 2));
+        return true;
+    }
+    if (plain(text)) {
+        token.setPayload(text);
+        return true;
     }
     QString out;
     out.reserve(text.size());
