@@ -80,6 +80,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         check(Interpreter::preprocessTokenList(&again));
         again.append(Token(QString(), End));
         check(again == tokens);
+        // Tokenizing is exactly one token per non-empty piece, tidied, then End.
+        TokenList expected;
+        for (const QString& piece : std::as_const(pieces)) {
+            if (!piece.isEmpty()) {
+                expected.append(Token(piece));
+            }
+        }
+        check(Interpreter::preprocessTokenList(&expected));
+        expected.append(Token(QString(), End));
+        check(expected == tokens);
 
         TokenList folded = tokens;
         CalcParser::prepareUnaryOps(folded, true);

@@ -118,21 +118,22 @@ bool Category::appendSetting(Setting* setting, int forcedSubIndex) {
 
     auto* cell = new CategoryIndex(DEFAULT_SIZE, forcedSubIndex, nullptr, nullptr, setting);
     registerCell(cell);
-    const RowKey key(setting->getBaseCodeName(), forcedSubIndex);
-    auto rows = m_rowsByKey.find(key);
-    if (rows == m_rowsByKey.end()) {
+    // One lookup of the row key; placing cells does not touch the table of rows.
+    const qsizetype known = m_rowsByKey.size();
+    RowList& rows = m_rowsByKey[RowKey(setting->getBaseCodeName(), forcedSubIndex)];
+    if (m_rowsByKey.size() != known) {
         placeInNewRow(cell, column, nullptr);
-        m_rowsByKey.insert(key, QVector<CategoryIndex*>{cell});
+        rows.append(cell);
         return true;
     }
-    for (CategoryIndex* member : std::as_const(*rows)) {
+    for (CategoryIndex* member : std::as_const(rows)) {
         if (placeInRow(cell, rowHead(member), column))
             return true;
     }
     // Every row of this name already holds a setting in this column (two code names that
     // differ only in the preset character, such as X1 and XA): start a row right below.
-    placeInNewRow(cell, column, rowHead(rows->last())->m_next);
-    rows->append(cell);
+    placeInNewRow(cell, column, rowHead(rows.last())->m_next);
+    rows.append(cell);
     return true;
 }
 
@@ -767,8 +768,7 @@ void Category::registerCell(CategoryIndex* cell) {
 void Category::registerRow(CategoryIndex* cell) {
     if (!cell->m_content)
         return;
-    QVector<CategoryIndex*>& rows =
-        m_rowsByKey[RowKey(cell->m_content->getBaseCodeName(), cell->m_forcedSubIndex)];
+    RowList& rows = m_rowsByKey[RowKey(cell->m_content->getBaseCodeName(), cell->m_forcedSubIndex)];
     CategoryIndex* head = rowHead(cell);
     for (CategoryIndex* member : std::as_const(rows)) {
         if (rowHead(member) == head)

@@ -223,7 +223,9 @@ private:
     QHash<const Setting*, Cells> m_cells;
     QSet<const Setting*> m_hidden;
     QSet<QPair<const Setting*, int>> m_placed;
-    QHash<RowKey, QVector<CategoryIndex*>> m_rowsByKey;
+    // First cells of the rows of each key (usually one row: kept inside the table).
+    using RowList = QVarLengthArray<CategoryIndex*, 2>;
+    QHash<RowKey, RowList> m_rowsByKey;
 
     mutable RowCache m_cache;
     // Lookup tables built on first use (first setting added wins).

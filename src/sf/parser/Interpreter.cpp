@@ -238,6 +238,45 @@ enum class Piece { Text, Delimiter, Whole };
 // kind) gets the pieces in order: the text between delimiters (when not empty, and always
 // the last one; to be trimmed) and each delimiter, or, without any delimiter, the Whole
 // text as it is. False for an empty text or an invalid expression.
+// walkPieces for the delimiters of TOKEN_REGEX (one character each) in a single pass:
+// the quote count of the current piece is kept as the text is read, so a delimiter is
+// cut exactly when an even number of counting quotes lies between the piece's start and
+// it, as walkPieces decides.
+template <typename Emit> bool walkTokenPieces(const QString& text, Emit& visit) {
+    const int n = static_cast<int>(text.size());
+    const QChar* chars = text.constData();
+    int start = 0;
+    bool quoted = false;
+    bool anyDelimiter = false;
+    for (int i = 0; i < n; ++i) {
+        const QChar c = chars[i];
+        if (c == QLatin1Char('"')) {
+            if (i == 0 || chars[i - 1] != QLatin1Char('\\')) {
+                quoted = !quoted;
+            }
+            continue;
+        }
+        if (!isTokenDelimiter(c)) {
+            continue;
+        }
+        anyDelimiter = true;
+        if (quoted) {
+            continue;
+        }
+        if (i > start) {
+            visit(start, i - start, Piece::Text);
+        }
+        visit(i, 1, Piece::Delimiter);
+        start = i + 1;
+    }
+    if (!anyDelimiter) {
+        visit(0, n, Piece::Whole);
+    } else {
+        visit(start, n - start, Piece::Text);
+    }
+    return true;
+}
+
 template <typename Emit>
 bool walkPieces(const QString& text, const QRegularExpression& delimiters, Emit visit) {
     if (text.isEmpty() || !delimiters.isValid()) {
@@ -247,19 +286,11 @@ bool walkPieces(const QString& text, const QRegularExpression& delimiters, Emit 
     // character, so that every step moves on). False when there is none.
     const bool tokenDelimiters = delimiters.pattern() == TOKEN_REGEX.pattern() &&
                                  delimiters.patternOptions() == TOKEN_REGEX.patternOptions();
+    if (tokenDelimiters) {
+        return walkTokenPieces(text, visit);
+    }
     auto nextDelimiter = [&](int from, int* pos, int* len) {
         if (from >= text.size()) {
-            return false;
-        }
-        if (tokenDelimiters) {
-            // The same character class without running the regular expression.
-            for (int i = from; i < text.size(); ++i) {
-                if (isTokenDelimiter(text.at(i))) {
-                    *pos = i;
-                    *len = 1;
-                    return true;
-                }
-            }
             return false;
         }
         const QRegularExpressionMatch m = delimiters.match(text, from);
