@@ -1,5 +1,6 @@
 // kxsetup-cli info: metadata, counts and covered address ranges of HEX images, and its
 // exit codes.
+#include "support/CliRunner.h"
 #include "support/HexFixtures.h"
 #include "support/TestSupport.h"
 
@@ -8,7 +9,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -16,26 +16,10 @@ namespace hex = testsupport::hex;
 
 namespace {
 
-struct Run {
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
+using Run = testsupport::ToolResult;
 
 Run runCli(const QStringList& args, const QString& workingDir = QString()) {
-    QProcess p;
-    if (!workingDir.isEmpty()) {
-        p.setWorkingDirectory(workingDir);
-    }
-    p.start(testsupport::toolPath(QStringLiteral("kxsetup-cli")), args);
-    Run r;
-    if (!p.waitForFinished(60000) || p.exitStatus() != QProcess::NormalExit) {
-        return r;
-    }
-    r.exitCode = p.exitCode();
-    r.out = p.readAllStandardOutput();
-    r.err = p.readAllStandardError();
-    return r;
+    return testsupport::runTool(QStringLiteral("kxsetup-cli"), args, workingDir);
 }
 
 } // namespace

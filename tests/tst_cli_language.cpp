@@ -1,33 +1,18 @@
 // kxsetup-cli tokens and calc: output formats, exit codes and messages.
+#include "support/CliRunner.h"
 #include "support/TestSupport.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QtTest>
+
+using testsupport::CliResult;
 
 namespace {
 
-struct Run {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
-Run cli(const QStringList& args) {
-    Run run;
-    QProcess process;
-    process.start(testsupport::toolPath(QStringLiteral("kxsetup-cli")), args);
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit) {
-        process.kill();
-        process.waitForFinished();
-        return run;
-    }
-    run.exitCode = process.exitCode();
-    run.out = QString::fromUtf8(process.readAllStandardOutput());
-    run.err = QString::fromUtf8(process.readAllStandardError());
-    return run;
+CliResult cli(const QStringList& args) {
+    return testsupport::runCli(args);
 }
 
 } // namespace
@@ -44,7 +29,7 @@ private slots:
 };
 
 void TestCliLanguage::tokensText() {
-    const Run run = cli({QStringLiteral("tokens"), QStringLiteral("num, a < = b, \"x, y\"")});
+    const CliResult run = cli({QStringLiteral("tokens"), QStringLiteral("num, a < = b, \"x, y\"")});
     QCOMPARE(run.exitCode, 0);
     QCOMPARE(run.out, QStringLiteral("String\tnum\n"
                                      "Separator\t,\n"
@@ -57,7 +42,7 @@ void TestCliLanguage::tokensText() {
 }
 
 void TestCliLanguage::tokensJson() {
-    const Run run =
+    const CliResult run =
         cli({QStringLiteral("tokens"), QStringLiteral("--json"), QStringLiteral("x, Cell[3]`10h")});
     QCOMPARE(run.exitCode, 0);
     QJsonParseError error{};
@@ -101,7 +86,7 @@ void TestCliLanguage::calc_data() {
 void TestCliLanguage::calc() {
     QFETCH(QStringList, args);
     QFETCH(QString, out);
-    const Run run = cli(args);
+    const CliResult run = cli(args);
     QCOMPARE(run.err, QString());
     QCOMPARE(run.exitCode, 0);
     QCOMPARE(run.out, out);
@@ -133,7 +118,7 @@ void TestCliLanguage::failures() {
     QFETCH(QStringList, args);
     QFETCH(int, exitCode);
     QFETCH(QString, message);
-    const Run run = cli(args);
+    const CliResult run = cli(args);
     QCOMPARE(run.exitCode, exitCode);
     QCOMPARE(run.out, QString());
     QVERIFY2(run.err.contains(message), qPrintable(run.err));

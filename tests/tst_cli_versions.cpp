@@ -1,6 +1,7 @@
 // kxsetup-cli versions: the catalogue of a data folder as JSON and as a table, the
 // problems of single firmware files on stderr, and the exit codes.
 #include "app/Constants.h"
+#include "support/CliRunner.h"
 #include "support/TestSupport.h"
 #include "support/VersionFixtures.h"
 
@@ -8,7 +9,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -16,28 +16,10 @@ using namespace versionfixtures;
 
 namespace {
 
-struct Run {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
+using testsupport::CliResult;
+using testsupport::runCli;
 
-Run runCli(const QStringList& args) {
-    Run run;
-    QProcess process;
-    process.start(testsupport::toolPath(QStringLiteral("kxsetup-cli")), args);
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit) {
-        process.kill();
-        process.waitForFinished();
-        return run;
-    }
-    run.exitCode = process.exitCode();
-    run.out = QString::fromUtf8(process.readAllStandardOutput());
-    run.err = QString::fromUtf8(process.readAllStandardError());
-    return run;
-}
-
-QJsonArray versionsOf(const Run& run) {
+QJsonArray versionsOf(const CliResult& run) {
     QJsonParseError error{};
     const QJsonDocument doc = QJsonDocument::fromJson(run.out.toUtf8(), &error);
     if (error.error != QJsonParseError::NoError || !doc.isObject()) {
@@ -74,7 +56,7 @@ void TestCliVersions::jsonListsCatalogue() {
     QTemporaryDir tmp;
     QVERIFY(tmp.isValid());
     QVERIFY(makeDataFolder(tmp.path()));
-    const Run run = runCli(
+    const CliResult run = runCli(
         {QStringLiteral("-C"), tmp.path(), QStringLiteral("versions"), QStringLiteral("--json")});
     QCOMPARE(run.exitCode, 0);
     const QJsonArray versions = versionsOf(run);
@@ -105,7 +87,7 @@ void TestCliVersions::problemsGoToStderr() {
     QTemporaryDir tmp;
     QVERIFY(tmp.isValid());
     QVERIFY(makeDataFolder(tmp.path()));
-    const Run run = runCli({QStringLiteral("-C"), tmp.path(), QStringLiteral("versions")});
+    const CliResult run = runCli({QStringLiteral("-C"), tmp.path(), QStringLiteral("versions")});
     QCOMPARE(run.exitCode, 0);
     const QStringList lines = run.err.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     QCOMPARE(lines.size(), 2);
@@ -125,7 +107,7 @@ void TestCliVersions::tableShowsDisplayForm() {
     QTemporaryDir tmp;
     QVERIFY(tmp.isValid());
     QVERIFY(makeDataFolder(tmp.path()));
-    const Run run = runCli({QStringLiteral("-C"), tmp.path(), QStringLiteral("versions")});
+    const CliResult run = runCli({QStringLiteral("-C"), tmp.path(), QStringLiteral("versions")});
     QCOMPARE(run.exitCode, 0);
     const QStringList lines = run.out.split(QLatin1Char('\n'));
     QVERIFY(lines.size() >= 3);
@@ -154,7 +136,7 @@ void TestCliVersions::emptyCatalogue() {
     if (json) {
         args << QStringLiteral("--json");
     }
-    const Run run = runCli(args);
+    const CliResult run = runCli(args);
     QCOMPARE(run.exitCode, 0);
     if (json) {
         const QJsonDocument doc = QJsonDocument::fromJson(run.out.toUtf8());
@@ -179,7 +161,7 @@ void TestCliVersions::usageErrors() {
     QFETCH(QStringList, args);
     QTemporaryDir tmp;
     QVERIFY(tmp.isValid());
-    const Run run = runCli(QStringList{QStringLiteral("-C"), tmp.path()} + args);
+    const CliResult run = runCli(QStringList{QStringLiteral("-C"), tmp.path()} + args);
     QCOMPARE(run.exitCode, 1);
     QVERIFY(run.out.isEmpty());
     QVERIFY(run.err.contains(QLatin1String("usage:")));
@@ -189,7 +171,7 @@ void TestCliVersions::bundledSampleData() {
     const QString runtime = testsupport::runtimeDir();
     QVERIFY2(QDir(runtime + QStringLiteral("/data/firmware")).exists(),
              "the sample data target has not been built");
-    const Run run = runCli(
+    const CliResult run = runCli(
         {QStringLiteral("-C"), runtime, QStringLiteral("versions"), QStringLiteral("--json")});
     QCOMPARE(run.exitCode, 0);
     QVERIFY2(run.err.isEmpty(), qPrintable(run.err));

@@ -1,10 +1,10 @@
 // kxhex-make: images built from text descriptions, and its refusals.
 #include "sf/parser/HexParser.h"
+#include "support/CliRunner.h"
 #include "support/HexFixtures.h"
 #include "support/TestSupport.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -13,28 +13,10 @@ namespace hex = testsupport::hex;
 
 namespace {
 
-struct Run {
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
+using Run = testsupport::ToolResult;
 
 Run runMake(const QStringList& args, const QByteArray& input = QByteArray()) {
-    QProcess p;
-    p.start(testsupport::toolPath(QStringLiteral("kxhex-make")), args);
-    if (!p.waitForStarted(30000)) {
-        return Run();
-    }
-    p.write(input);
-    p.closeWriteChannel();
-    Run r;
-    if (!p.waitForFinished(60000) || p.exitStatus() != QProcess::NormalExit) {
-        return r;
-    }
-    r.exitCode = p.exitCode();
-    r.out = p.readAllStandardOutput();
-    r.err = p.readAllStandardError();
-    return r;
+    return testsupport::runTool(QStringLiteral("kxhex-make"), args, QString(), input);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sf/BitField.h"
 #include "sf/SettingTypes.h"
 #include "sf/parser/Token.h"
 
@@ -48,5 +49,33 @@ public:
 // RoleName and RoleNote the label text, RoleRaw the stored bit (0/1), RoleMinimum 0,
 // RoleMaximum 1, RoleToolTip the host's tool tip for the label's wsi (when it has one).
 QVariant bitLabelData(const BitLabel& label, bool stored, DataRole role, SettingHost* host);
+
+// The bits of a field that have labels, one sub-index each, as bit fields and check box
+// groups answer for them. `locate(subIndex, &byte, &bit)` finds a sub-index's bit in data.
+// A sub-index without a label, or one locate refuses, reads as an invalid value and
+// cannot be set.
+template <typename Locate>
+QVariant labelledBitData(const QList<BitLabel>& labels, int subIndex, DataRole role,
+                         const char* data, SettingHost* host, Locate locate) {
+    int byte = 0;
+    int bit = 0;
+    if (subIndex >= labels.size() || !locate(subIndex, &byte, &bit)) {
+        return QVariant();
+    }
+    return bitLabelData(labels.at(subIndex), BitField::getBit(data, byte, bit), role, host);
+}
+
+// Sets or clears the labelled bit by the value's truth in shown terms (an inverted label
+// stores the opposite); false when unchanged or the sub-index names no labelled bit.
+template <typename Locate>
+bool setLabelledBit(const QList<BitLabel>& labels, int subIndex, const QVariant& value, char* data,
+                    Locate locate) {
+    int byte = 0;
+    int bit = 0;
+    if (subIndex >= labels.size() || !locate(subIndex, &byte, &bit)) {
+        return false;
+    }
+    return BitField::setBit(data, byte, bit, value.toBool() != labels.at(subIndex).inverted);
+}
 
 } // namespace sf

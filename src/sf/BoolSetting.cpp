@@ -112,36 +112,17 @@ bool BoolSetting::setData(const QVariant& value) {
 }
 
 QVariant BoolSetting::getData(int subIndex, DataRole role) {
-    if (!typeCheck()) {
-        return QVariant();
+    if (!typeCheck() || subIndex < 0) {
+        return typeCheck() ? getData(role) : QVariant();
     }
-    if (subIndex < 0) {
-        return getData(role);
-    }
-    int byte = 0;
-    int bit = 0;
-    if (subIndex >= m_labels.size() || !subIndexToOffset(subIndex, &byte, &bit)) {
-        return QVariant();
-    }
-    const bool stored = BitField::getBit(getRawData(), byte, bit);
-    return bitLabelData(m_labels.at(subIndex), stored, role, getParent());
+    return labelledBitData(m_labels, subIndex, role, getRawData(), getParent(), locator());
 }
 
 bool BoolSetting::setData(int subIndex, const QVariant& value) {
-    if (!typeCheck()) {
-        return false;
+    if (!typeCheck() || subIndex < 0) {
+        return typeCheck() && setData(value);
     }
-    if (subIndex < 0) {
-        return setData(value);
-    }
-    int byte = 0;
-    int bit = 0;
-    if (subIndex >= m_labels.size() || !subIndexToOffset(subIndex, &byte, &bit)) {
-        return false;
-    }
-    // The value is the shown state; an inverted label stores the opposite.
-    const bool stored = value.toBool() != m_labels.at(subIndex).inverted;
-    return BitField::setBit(getRawData(), byte, bit, stored);
+    return setLabelledBit(m_labels, subIndex, value, getRawData(), locator());
 }
 
 } // namespace sf

@@ -34,56 +34,15 @@ bool FieldEvaluator::locate(const TokenList& tokens, int position, int* begin, i
     if (position < 0 || !begin || !end) {
         return false;
     }
-    const int n = tokens.size();
-    int depth = 0;
-    int field = 0;
-    int i = 0;
-    while (field < position) {
-        if (i >= n) {
-            return false;
-        }
-        switch (tokens.at(i).getType()) {
-        case parser::End:
-            return false;
-        case parser::LCurly:
-            ++depth;
-            break;
-        case parser::RCurly:
-            if (--depth < 0) {
-                return false;
-            }
-            break;
-        case parser::Separator:
-            if (depth == 0) {
-                ++field;
-            }
-            break;
-        default:
-            break;
-        }
-        ++i;
-    }
-    if (i >= n) {
+    Ranges all;
+    locateAll(tokens, &all);
+    if (position >= all.size()) {
         return false;
     }
-    int j = i;
-    depth = 0;
-    for (; j < n; ++j) {
-        const TokenType t = tokens.at(j).getType();
-        if (t == parser::End || (t == parser::Separator && depth == 0)) {
-            break;
-        }
-        if (t == parser::LCurly) {
-            ++depth;
-        } else if (t == parser::RCurly && --depth < 0) {
-            return false;
-        }
-    }
-    *begin = i;
-    *end = j;
+    *begin = all.at(position).begin;
+    *end = all.at(position).end;
     return true;
 }
-
 void FieldEvaluator::locateAll(const TokenList& tokens, Ranges* out) {
     out->clear();
     const int n = tokens.size();

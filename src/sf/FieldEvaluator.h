@@ -37,8 +37,8 @@ public:
         int end;
     };
     using Ranges = QVarLengthArray<Range, 16>;
-    // Every field that locate finds, in one pass: entry k is what locate(tokens, k) gives,
-    // and locate fails exactly for the positions past the last entry.
+    // Every field in one pass: entry k is the field at position k; positions past the
+    // last entry have no field.
     static void locateAll(const parser::TokenList& tokens, Ranges* out);
 
     // Messages name the fault; the caller appends the definition line it belongs to.

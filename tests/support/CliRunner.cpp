@@ -7,21 +7,35 @@
 
 namespace testsupport {
 
-CliResult runCli(const QStringList& args, const QString& workDir) {
-    CliResult result;
+ToolResult runTool(const QString& tool, const QStringList& args, const QString& workDir,
+                   const QByteArray& input) {
+    ToolResult result;
     QProcess process;
     if (!workDir.isEmpty()) {
         process.setWorkingDirectory(workDir);
     }
-    process.start(toolPath(QStringLiteral("kxsetup-cli")), args);
+    process.start(toolPath(tool), args);
+    if (process.waitForStarted(30000)) {
+        process.write(input);
+        process.closeWriteChannel();
+    }
     if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit) {
         process.kill();
         process.waitForFinished();
         return result;
     }
     result.exitCode = process.exitCode();
-    result.out = QString::fromUtf8(process.readAllStandardOutput());
-    result.err = QString::fromUtf8(process.readAllStandardError());
+    result.out = process.readAllStandardOutput();
+    result.err = process.readAllStandardError();
+    return result;
+}
+
+CliResult runCli(const QStringList& args, const QString& workDir) {
+    const ToolResult run = runTool(QStringLiteral("kxsetup-cli"), args, workDir);
+    CliResult result;
+    result.exitCode = run.exitCode;
+    result.out = QString::fromUtf8(run.out);
+    result.err = QString::fromUtf8(run.err);
     return result;
 }
 

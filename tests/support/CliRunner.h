@@ -1,6 +1,7 @@
 #pragma once
 
-// Runs the built kxsetup-cli with an argument list and collects what it printed.
+// Runs the built tools (kxsetup-cli above all) with an argument list and collects what
+// they printed.
 
 #include <QByteArray>
 #include <QJsonObject>
@@ -14,6 +15,18 @@ struct CliResult {
     QString out;
     QString err;
 };
+
+// The same as bytes, for output that is no text (HEX images, raw bytes).
+struct ToolResult {
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+// One of our built tools (by name) with an argument list, the working directory workDir
+// (the test's own when empty) and input on its standard input.
+ToolResult runTool(const QString& tool, const QStringList& args, const QString& workDir = QString(),
+                   const QByteArray& input = QByteArray());
 
 // kxsetup-cli ARGS... with the working directory workDir (the test's own when empty).
 CliResult runCli(const QStringList& args, const QString& workDir = QString());
