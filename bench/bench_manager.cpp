@@ -8,6 +8,7 @@
 
 #include "kxs/compiler/KxsWriter.h"
 #include "sf/SettingManager.h"
+#include "sf/parser/Inhex32Entry.h"
 #include "util/VersionContainer.h"
 
 #include <benchmark/benchmark.h>
@@ -37,21 +38,6 @@ struct Generated {
     QByteArray layout;
     QByteArray image;
 };
-
-QByteArray hexRecord(quint8 type, quint16 address, const QByteArray& data) {
-    QByteArray record;
-    record.append(static_cast<char>(data.size()));
-    record.append(static_cast<char>(address >> 8));
-    record.append(static_cast<char>(address & 0xFF));
-    record.append(static_cast<char>(type));
-    record.append(data);
-    quint8 sum = 0;
-    for (const char c : record) {
-        sum = static_cast<quint8>(sum + static_cast<quint8>(c));
-    }
-    record.append(static_cast<char>(static_cast<quint8>(0x100 - sum)));
-    return ':' + record.toHex().toUpper() + "\r\n";
-}
 
 Generated generate(int count) {
     kxs::compiler::KxsWriter writer;
@@ -120,12 +106,12 @@ Generated generate(int count) {
         }
     }
 
-    QByteArray hex =
-        hexRecord(0xC0, 0, FIRMWARE.toLatin1()) + hexRecord(0xC1, 0, VERSION.toLatin1());
+    QByteArray hex = sf::parser::Inhex32Entry::line(0xC0, 0, FIRMWARE.toLatin1()) +
+                     sf::parser::Inhex32Entry::line(0xC1, 0, VERSION.toLatin1());
     for (int at = 0; at < bytes.size(); at += 16) {
-        hex += hexRecord(0x00, static_cast<quint16>(at), bytes.mid(at, 16));
+        hex += sf::parser::Inhex32Entry::line(0x00, static_cast<quint16>(at), bytes.mid(at, 16));
     }
-    hex += hexRecord(0x01, 0, QByteArray());
+    hex += sf::parser::Inhex32Entry::line(0x01, 0, QByteArray());
     return {writer.toBytes(), hex};
 }
 

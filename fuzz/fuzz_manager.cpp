@@ -9,6 +9,7 @@
 #include "kxs/compiler/LayoutCompiler.h"
 #include "sf/Setting.h"
 #include "sf/SettingManager.h"
+#include "sf/parser/Inhex32Entry.h"
 #include "util/VersionContainer.h"
 
 #include <QMap>
@@ -42,17 +43,7 @@ const char* const LAYOUT_SOURCE =
     "strings Names \"a\" \"b\" \"c\"\n";
 
 QByteArray hexLine(quint8 type, const QByteArray& data) {
-    QByteArray record;
-    record.append(static_cast<char>(data.size()));
-    record.append(2, '\0'); // address 0
-    record.append(static_cast<char>(type));
-    record.append(data);
-    quint8 sum = 0;
-    for (const char c : record) {
-        sum = static_cast<quint8>(sum + static_cast<quint8>(c));
-    }
-    record.append(static_cast<char>(static_cast<quint8>(0x100 - sum)));
-    return ':' + record.toHex().toUpper() + "\r\n";
+    return sf::parser::Inhex32Entry::line(type, 0, data);
 }
 
 // Firmware and layout version records, the settings' bytes from address 0, end of file.

@@ -1,5 +1,6 @@
 // The layout tools from the outside: "kxsetup-cli layout" listings (JSON and plain) and
 // exit codes, and kxs-compile's output, messages and exit codes.
+#include "support/CliRunner.h"
 #include "support/LayoutFixtures.h"
 #include "support/TestSupport.h"
 
@@ -7,7 +8,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -16,26 +16,10 @@ using testsupport::RawLayout;
 
 namespace {
 
-struct Run {
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
+using Run = testsupport::ToolResult;
 
 Run run(const QString& tool, const QStringList& args, const QString& workDir) {
-    QProcess p;
-    p.setWorkingDirectory(workDir);
-    p.start(testsupport::toolPath(tool), args);
-    Run r;
-    if (!p.waitForFinished(30000) || p.exitStatus() != QProcess::NormalExit) {
-        p.kill();
-        p.waitForFinished();
-        return r;
-    }
-    r.exitCode = p.exitCode();
-    r.out = p.readAllStandardOutput();
-    r.err = p.readAllStandardError();
-    return r;
+    return testsupport::runTool(tool, args, workDir);
 }
 
 bool writeBytes(const QString& path, const QByteArray& bytes) {

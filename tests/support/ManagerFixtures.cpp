@@ -3,36 +3,14 @@
 #include "support/LayoutFixtures.h"
 
 #include "sf/SettingManager.h"
+#include "sf/parser/Inhex32Entry.h"
 
 #include <QFile>
 
 namespace testsupport {
 
-namespace {
-
-void appendRecord(QByteArray& out, quint8 type, quint16 address, const QByteArray& data) {
-    QByteArray record;
-    record.append(static_cast<char>(data.size()));
-    record.append(static_cast<char>(address >> 8));
-    record.append(static_cast<char>(address & 0xFF));
-    record.append(static_cast<char>(type));
-    record.append(data);
-    quint8 sum = 0;
-    for (const char c : record) {
-        sum = static_cast<quint8>(sum + static_cast<quint8>(c));
-    }
-    record.append(static_cast<char>(static_cast<quint8>(0x100 - sum)));
-    out.append(':');
-    out.append(record.toHex().toUpper());
-    out.append("\r\n");
-}
-
-} // namespace
-
 QByteArray hexRecordLine(quint8 type, quint16 address, const QByteArray& data) {
-    QByteArray out;
-    appendRecord(out, type, address, data);
-    return out;
+    return sf::parser::Inhex32Entry::line(type, address, data);
 }
 
 QByteArray hexImage(const QMap<quint32, QByteArray>& blocks, const QString& fwVersion,
@@ -41,7 +19,8 @@ QByteArray hexImage(const QMap<quint32, QByteArray>& blocks, const QString& fwVe
     const QString texts[] = {fwVersion, kxsVersion, enq};
     for (int i = 0; i < 3; ++i) {
         if (!texts[i].isEmpty()) {
-            appendRecord(out, static_cast<quint8>(0xC0 + i), 0, texts[i].toLatin1());
+            out.append(sf::parser::Inhex32Entry::line(static_cast<quint8>(0xC0 + i), 0,
+                                                      texts[i].toLatin1()));
         }
     }
     quint32 upper = 0;
@@ -54,16 +33,17 @@ QByteArray hexImage(const QMap<quint32, QByteArray>& blocks, const QString& fwVe
                 QByteArray data;
                 data.append(static_cast<char>(upper >> 8));
                 data.append(static_cast<char>(upper & 0xFF));
-                appendRecord(out, 0x04, 0, data);
+                out.append(sf::parser::Inhex32Entry::line(0x04, 0, data));
             }
             // Stop at 16 bytes and at the next 64 KiB boundary.
             const int room = static_cast<int>(0x10000 - (address & 0xFFFF));
             const int n = qMin(qMin(16, bytes.size() - done), room);
-            appendRecord(out, 0x00, static_cast<quint16>(address & 0xFFFF), bytes.mid(done, n));
+            out.append(sf::parser::Inhex32Entry::line(0x00, static_cast<quint16>(address & 0xFFFF),
+                                                      bytes.mid(done, n)));
             done += n;
         }
     }
-    appendRecord(out, 0x01, 0, QByteArray());
+    out.append(sf::parser::Inhex32Entry::line(0x01, 0, QByteArray()));
     return out;
 }
 

@@ -230,6 +230,13 @@ void Inhex32Entry::appendLine(QByteArray& out, quint8 type, quint16 address, con
     std::memcpy(p, newline.constData(), static_cast<size_t>(newline.size()));
 }
 
+QByteArray Inhex32Entry::line(quint8 type, quint16 address, const QByteArray& data) {
+    QByteArray out;
+    appendLine(out, type, address, reinterpret_cast<const quint8*>(data.constData()),
+               static_cast<int>(std::min<qsizetype>(data.size(), MaxLength)));
+    return out;
+}
+
 void Inhex32Entry::appendText(QByteArray& out, int maxPerLine) const {
     const int perLine = maxPerLine > 0 ? std::min(maxPerLine, MaxLength) : MaxLength;
     const quint8* d = getData();

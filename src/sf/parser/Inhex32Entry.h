@@ -82,6 +82,8 @@ public:
     // Appends one record line; length must be 0..255.
     static void appendLine(QByteArray& out, quint8 type, quint16 address, const quint8* data,
                            int length);
+    // One record line of up to 255 bytes of data (more are cut off).
+    static QByteArray line(quint8 type, quint16 address, const QByteArray& data);
 
     // Same type, address and bytes.
     bool operator==(const Inhex32Entry& other) const;
