@@ -24,6 +24,7 @@
 // host byte order. They never check bounds: the caller passes pointers that have the
 // stated number of valid bytes behind them.
 
+#include <QByteArray>
 #include <QString>
 #include <QtEndian>
 #include <QtGlobal>
@@ -74,6 +75,23 @@ inline quint32 readLE32(const char* p) {
 }
 inline quint64 readLE64(const char* p) {
     return qFromLittleEndian<quint64>(reinterpret_cast<const uchar*>(p));
+}
+
+// Appends v as 2, 4 or 8 little-endian bytes.
+inline void appendLE16(QByteArray& out, quint16 v) {
+    uchar b[2];
+    qToLittleEndian<quint16>(v, b);
+    out.append(reinterpret_cast<const char*>(b), 2);
+}
+inline void appendLE32(QByteArray& out, quint32 v) {
+    uchar b[4];
+    qToLittleEndian<quint32>(v, b);
+    out.append(reinterpret_cast<const char*>(b), 4);
+}
+inline void appendLE64(QByteArray& out, quint64 v) {
+    uchar b[8];
+    qToLittleEndian<quint64>(v, b);
+    out.append(reinterpret_cast<const char*>(b), 8);
 }
 
 // The decoded header, in host byte order.

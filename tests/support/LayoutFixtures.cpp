@@ -1,5 +1,6 @@
 #include "support/LayoutFixtures.h"
 
+#include "kxs/KxsFormat.h"
 #include "kxs/compiler/LayoutCompiler.h"
 
 #include <QTest>
@@ -7,19 +8,10 @@
 
 namespace testsupport {
 
+using kxs::appendLE16;
+using kxs::appendLE32;
+
 namespace {
-
-void appendLE16(QByteArray& out, quint16 v) {
-    uchar b[2];
-    qToLittleEndian<quint16>(v, b);
-    out.append(reinterpret_cast<const char*>(b), 2);
-}
-
-void appendLE32(QByteArray& out, quint32 v) {
-    uchar b[4];
-    qToLittleEndian<quint32>(v, b);
-    out.append(reinterpret_cast<const char*>(b), 4);
-}
 
 quint32 pick(qint64 given, qint64 computed) {
     return static_cast<quint32>(given >= 0 ? given : computed);

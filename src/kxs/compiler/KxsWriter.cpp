@@ -9,24 +9,6 @@ namespace compiler {
 
 namespace {
 
-void appendLE16(QByteArray& out, quint16 v) {
-    uchar b[2];
-    qToLittleEndian<quint16>(v, b);
-    out.append(reinterpret_cast<const char*>(b), 2);
-}
-
-void appendLE32(QByteArray& out, quint32 v) {
-    uchar b[4];
-    qToLittleEndian<quint32>(v, b);
-    out.append(reinterpret_cast<const char*>(b), 4);
-}
-
-void appendLE64(QByteArray& out, quint64 v) {
-    uchar b[8];
-    qToLittleEndian<quint64>(v, b);
-    out.append(reinterpret_cast<const char*>(b), 8);
-}
-
 bool isLatin1(const QString& text) {
     for (const QChar c : text) {
         if (c.unicode() > 0xFF) {
