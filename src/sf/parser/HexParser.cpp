@@ -4,6 +4,7 @@
 #include "sf/parser/HexLineReader.h"
 #include "sf/parser/HexTextWriter.h"
 #include "sf/parser/RecordMerger.h"
+#include "sf/parser/RecordWalk.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -20,10 +21,6 @@ namespace {
 constexpr quint64 MaxRecordEnd16 = 0xFFFF + Inhex32Entry::MaxLength;
 // Typical length of a 16-byte record line, used to size the record list up front.
 constexpr qint64 TypicalLineLength = 44;
-
-quint64 fullAddress(quint16 upper, quint16 address) {
-    return (static_cast<quint64>(upper) << 16) + address;
-}
 
 bool mayRead(QIODevice::OpenMode mode) {
     return mode.testFlag(QIODevice::ReadOnly) && !mode.testFlag(QIODevice::Truncate) &&

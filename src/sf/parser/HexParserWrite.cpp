@@ -2,6 +2,7 @@
 #include "sf/parser/HexParser.h"
 
 #include "sf/parser/HexTextWriter.h"
+#include "sf/parser/RecordWalk.h"
 
 #include <QSaveFile>
 
@@ -12,10 +13,6 @@ namespace sf::parser {
 
 namespace {
 
-quint64 fullAddress(quint16 upper, quint16 address) {
-    return (static_cast<quint64>(upper) << 16) + address;
-}
-
 // Highest end (exclusive) extended linear addressing can describe.
 constexpr quint64 AddressSpaceEnd = 0x100000000ull;
 
@@ -24,19 +21,10 @@ constexpr quint64 AddressSpaceEnd = 0x100000000ull;
 std::optional<std::pair<quint64, quint64>> HexParser::dataExtent() const {
     quint64 low = ~0ull;
     quint64 high = 0;
-    quint16 upper = 0;
-    for (const auto& r : m_records) {
-        if (!r) {
-            continue;
-        }
-        if (r->isExtendedAddress()) {
-            upper = r->upperAddress();
-        } else if (r->isData() && r->getLength() > 0) {
-            const quint64 start = fullAddress(upper, r->getAddress());
-            low = std::min(low, start);
-            high = std::max(high, start + r->getLength());
-        }
-    }
+    forEachDataRecord(m_records, [&](const Inhex32Entry& r, quint64 start) {
+        low = std::min(low, start);
+        high = std::max(high, start + r.getLength());
+    });
     if (high <= low) {
         return std::nullopt;
     }
@@ -96,21 +84,12 @@ bool HexParser::writeToDevice(QIODevice* device, bool reformat, int lineLength) 
     const quint64 start = extent->first;
     const quint64 end = extent->second;
     QByteArray block(static_cast<qsizetype>(end - start), '\0');
-    quint16 upper = 0;
-    for (const auto& r : m_records) {
-        if (!r) {
-            continue;
-        }
-        if (r->isExtendedAddress()) {
-            upper = r->upperAddress();
-        } else if (r->isData() && r->getLength() > 0) {
-            const quint64 at = fullAddress(upper, r->getAddress()) - start;
-            std::memcpy(block.data() + at, r->getData(), r->getLength());
-        }
-    }
+    forEachDataRecord(m_records, [&](const Inhex32Entry& r, quint64 at) {
+        std::memcpy(block.data() + (at - start), r.getData(), r.getLength());
+    });
     // Lines of lineLength bytes; a line never crosses a 64 KiB boundary, so every byte
     // keeps the upper address of the extended-address record before it.
-    upper = 0;
+    quint16 upper = 0;
     const quint8* bytes = reinterpret_cast<const quint8*>(block.constData());
     for (quint64 at = start; at < end;) {
         const quint16 lineUpper = static_cast<quint16>(at >> 16);

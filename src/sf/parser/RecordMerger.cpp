@@ -1,5 +1,7 @@
 #include "sf/parser/RecordMerger.h"
 
+#include "sf/parser/RecordWalk.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -12,25 +14,12 @@ struct Range {
     quint64 end; // exclusive
 };
 
-quint64 fullAddress(quint16 upper, quint16 address) {
-    return (static_cast<quint64>(upper) << 16) + address;
-}
-
 // The sorted, disjoint union of the new data records' ranges.
 std::vector<Range> coveredRanges(const RecordList& records) {
     std::vector<Range> ranges;
-    quint16 upper = 0;
-    for (const auto& r : records) {
-        if (!r) {
-            continue;
-        }
-        if (r->isExtendedAddress()) {
-            upper = r->upperAddress();
-        } else if (r->isData() && r->getLength() > 0) {
-            const quint64 start = fullAddress(upper, r->getAddress());
-            ranges.push_back({start, start + r->getLength()});
-        }
-    }
+    forEachDataRecord(records, [&ranges](const Inhex32Entry& r, quint64 start) {
+        ranges.push_back({start, start + r.getLength()});
+    });
     std::sort(ranges.begin(), ranges.end(),
               [](const Range& a, const Range& b) { return a.start < b.start; });
     std::vector<Range> merged;
