@@ -56,13 +56,7 @@ QSet<QString> changedSpans(const QString& before, const QString& after, const QL
     if (!imageBytes(before, &a) || !imageBytes(after, &b)) {
         return {QStringLiteral("unreadable")};
     }
-    QSet<quint64> addresses;
-    for (auto it = a.constBegin(); it != a.constEnd(); ++it) {
-        addresses.insert(it.key());
-    }
-    for (auto it = b.constBegin(); it != b.constEnd(); ++it) {
-        addresses.insert(it.key());
-    }
+    const QList<quint64> addresses = a.keys() + b.keys();
     for (quint64 address : addresses) {
         if (a.contains(address) && b.contains(address) && a.value(address) == b.value(address)) {
             continue;
@@ -145,13 +139,9 @@ void TestCliSet::changesExactlyItsBytes_data() {
         << "4.01" << L({"LifeWhB=12345.6"}) << L({"LifeWhB"}) << L({"LifeWhB"}) << L({"12345.6"});
     QTest::newRow("hidden number")
         << "3.10" << L({"RShunt=1.5"}) << L({"RShunt"}) << L({"RShunt"}) << L({"1.5"});
-    QTest::newRow("number by help identifier")
-        << "4.01" << L({"MaxPwr@30003.2=900"}) << L({"MaxPwr2"}) << L({"MaxPwr2"}) << L({"900"});
     QTest::newRow("renamed setting by help identifier")
         << "4.01" << L({"WheelCirc@30002=2000"}) << L({"WheelSize"}) << L({"WheelSize"})
         << L({"2000"});
-    QTest::newRow("preset counter")
-        << "v306" << L({"Profiles=1"}) << L({"Profiles"}) << L({"Profiles"}) << L({"1"});
     QTest::newRow("list by option")
         << "3.20" << L({"CellChemB=NiMH"}) << L({"CellChemB"}) << L({"CellChemB"}) << L({"7"});
     QTest::newRow("list by index")
@@ -161,8 +151,6 @@ void TestCliSet::changesExactlyItsBytes_data() {
     QTest::newRow("list changes the units of others")
         << "3.10" << L({"SpdUnits=mph"}) << L({"SpdUnits"})
         << L({"--display", "MaxSpd1", "OdoStart"}) << L({"25.0 mph", "0.0 mi"});
-    QTest::newRow("bit") << "3.10" << L({"FeatFlags[4]=0"}) << L({"FeatFlags"})
-                         << L({"FeatFlags[4]", "FeatFlags"}) << L({"0", "4903"});
     QTest::newRow("inverted bit") << "v306" << L({"FeatFlags[11]=off"}) << L({"FeatFlags"})
                                   << L({"FeatFlags[11]", "FeatFlags"}) << L({"0", "6967"});
     QTest::newRow("bit by help identifier")
@@ -223,37 +211,36 @@ void TestCliSet::refusedValueWritesNothing_data() {
     QTest::addColumn<QStringList>("assignments");
     QTest::addColumn<QString>("message");
     QTest::newRow("above the range")
-        << QStringList{QStringLiteral("CellCntA=37")}
+        << QStringList{"CellCntA=37"}
         << QStringLiteral("CellCntA: 37 is out of range (1 to 36 cells)");
     QTest::newRow("below a range set by another setting")
-        << QStringList{QStringLiteral("LVCA=30")}
-        << QStringLiteral("LVCA: 30 is out of range (32.5 to 54.6 V)");
+        << QStringList{"LVCA=30"} << QStringLiteral("LVCA: 30 is out of range (32.5 to 54.6 V)");
     QTest::newRow("range after an earlier change")
-        << QStringList{QStringLiteral("CellCntA=10"), QStringLiteral("LVCA=45")}
+        << QStringList{"CellCntA=10", "LVCA=45"}
         << QStringLiteral("LVCA: 45 is out of range (25 to 42 V)");
-    QTest::newRow("no number") << QStringList{QStringLiteral("BattCapA=lots")}
+    QTest::newRow("no number") << QStringList{"BattCapA=lots"}
                                << QStringLiteral("BattCapA: \"lots\" is no number");
-    QTest::newRow("unknown option") << QStringList{QStringLiteral("CellChemA=LiPoly")}
-                                    << QStringLiteral("(LiMn, RCLiPo, RCLiP, Li-ion, LiPo, LiFe, "
-                                                      "SLA, NiMH) nor an index 0 to 7");
-    QTest::newRow("index past the options") << QStringList{QStringLiteral("CellChemA=8")}
-                                            << QStringLiteral("CellChemA: \"8\" is not an option");
-    QTest::newRow("bit value") << QStringList{QStringLiteral("FeatFlags[0]=maybe")}
+    QTest::newRow("unknown option")
+        << QStringList{"CellChemA=LiPoly"}
+        << QStringLiteral(
+               "(LiMn, RCLiPo, RCLiP, Li-ion, LiPo, LiFe, SLA, NiMH) nor an index 0 to 7");
+    QTest::newRow("index past the options")
+        << QStringList{"CellChemA=8"} << QStringLiteral("CellChemA: \"8\" is not an option");
+    QTest::newRow("bit value") << QStringList{"FeatFlags[0]=maybe"}
                                << QStringLiteral("FeatFlags[0]: \"maybe\" is no bit value");
-    QTest::newRow("bit past the labels") << QStringList{QStringLiteral("FeatFlags[14]=1")}
-                                         << QStringLiteral("FeatFlags has bits 0 to 13, not 14");
-    QTest::newRow("bit of a number") << QStringList{QStringLiteral("CellCntA[0]=1")}
-                                     << QStringLiteral("CellCntA is no bit field");
-    QTest::newRow("disabled setting") << QStringList{QStringLiteral("SerialNo=1")}
-                                      << QStringLiteral("SerialNo: the setting is disabled");
-    QTest::newRow("unknown name") << QStringList{QStringLiteral("NoSuch=1")}
+    QTest::newRow("bit past the labels")
+        << QStringList{"FeatFlags[14]=1"} << QStringLiteral("FeatFlags has bits 0 to 13, not 14");
+    QTest::newRow("bit of a number")
+        << QStringList{"CellCntA[0]=1"} << QStringLiteral("CellCntA is no bit field");
+    QTest::newRow("disabled setting")
+        << QStringList{"SerialNo=1"} << QStringLiteral("SerialNo: the setting is disabled");
+    QTest::newRow("unknown name") << QStringList{"NoSuch=1"}
                                   << QStringLiteral("no setting \"NoSuch\"");
     QTest::newRow("whole value too wide")
-        << QStringList{QStringLiteral("AlarmFlags=256")}
+        << QStringList{"AlarmFlags=256"}
         << QStringLiteral("AlarmFlags: 256 does not fit in 8 bits");
-    QTest::newRow("last of several")
-        << QStringList{QStringLiteral("CellCntA=14"), QStringLiteral("CellCntB=99")}
-        << QStringLiteral("CellCntB: 99 is out of range");
+    QTest::newRow("last of several") << QStringList{"CellCntA=14", "CellCntB=99"}
+                                     << QStringLiteral("CellCntB: 99 is out of range");
 }
 
 void TestCliSet::refusedValueWritesNothing() {

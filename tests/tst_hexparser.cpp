@@ -39,402 +39,372 @@ HexParser* loaded(HexParser& parser, int processor, const QByteArray& text = QBy
 class TestHexParser : public QObject {
     Q_OBJECT
 private slots:
-    void load_data();
-    void load();
-    void metadata_data();
-    void metadata();
-    void failedLoadLeavesParserClosed();
-    void loadReadsAcrossChunkBoundaries();
-    void openModes_data();
-    void openModes();
-    void region_data();
-    void region();
-    void countBytesWithPhantoms_data();
-    void countBytesWithPhantoms();
-    void phantomCountsMatchTheWalk();
-    void phantomInsertAndRemove_data();
-    void phantomInsertAndRemove();
-    void allBytesArePhantom_data();
-    void allBytesArePhantom();
-    void readData_data();
-    void readData();
-};
+    void load_data() {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QString>("records");
 
-void TestHexParser::load_data() {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<QString>("records");
-
-    const QByteArray data = hex::dataLine(0xE000, h("01020304"));
-    const QString kept = QStringLiteral("DE000:01020304");
-    // clang-format off
-    QTest::newRow("end record dropped") << hex::extLine(1) + data + hex::eofLine() << true << "X0001 " + kept;
-    QTest::newRow("empty text") << QByteArray() << true << "";
-    QTest::newRow("text after end record still read")
-        << data + hex::eofLine() + hex::dataLine(0xE010, h("AA")) << true << kept + " DE010:AA";
-    QTest::newRow("other types kept in order")
-        << hex::line(0x03, 0, h("00001234")) + data + hex::line(0x05, 0, h("00000100")) << true
-        << "T03@0000:00001234 " + kept + " T05@0000:00000100";
-    QTest::newRow("lower-case digits") << data.toLower() << true << kept;
-    QTest::newRow("line feeds only") << QByteArray(data).replace("\r\n", "\n") << true << kept;
-    QTest::newRow("no final line end") << data.trimmed() << true << kept;
-    QTest::newRow("junk before the colon") << "garbage\r\n\r\n  " + data << true << kept;
-    QTest::newRow("text after the checksum") << QByteArray(data).replace("\r\n", " words\r\n") << true << kept;
-    QTest::newRow("empty data record") << hex::dataLine(0x0010, QByteArray()) << true << "D0010:";
-    QTest::newRow("bad checksum") << data + ":0400100001020304E0\r\n" << false << "";
-    QTest::newRow("bad digit in data") << QByteArray(data).replace("0102", "01G2") << false << "";
-    QTest::newRow("bad digit in length") << QByteArray(":Z4E0000001020304\r\n") << false << "";
-    QTest::newRow("short line") << QByteArray(":0400E00001\r\n") << false << "";
-    QTest::newRow("text ends inside record") << QByteArray(":04E000") << false << "";
-    QTest::newRow("missing colon") << QByteArray("0400E0000102030411\r\n") << false << "";
-    QTest::newRow("blank line after last record") << data + "\r\n" << false << "";
-    QTest::newRow("bad line after end record") << data + hex::eofLine() + ":00000001FE\r\n" << false << "";
-    // clang-format on
-}
-
-void TestHexParser::load() {
-    QFETCH(QByteArray, text);
-    QFETCH(bool, ok);
-    QFETCH(QString, records);
-
-    HexParser parser;
-    QCOMPARE(parser.loadHexData(text, sf::parser::PhantomNone), ok);
-    QCOMPARE(parser.isOpen(), ok);
-    QCOMPARE(parser.errorString().isEmpty(), ok);
-    QCOMPARE(hex::dump(parser.records()), records);
-    // The same through a device, which is read-only here.
-    QBuffer buffer(&text);
-    QVERIFY(buffer.open(QIODevice::ReadOnly));
-    HexParser viaDevice;
-    QCOMPARE(viaDevice.loadHex(&buffer, sf::parser::PhantomNone), ok);
-    QCOMPARE(hex::dump(viaDevice.records()), records);
-    QVERIFY(!viaDevice.isWritable());
-}
-
-void TestHexParser::metadata_data() {
-    // What loading keeps (trailing zeros too), and what the static readers return.
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QString>("loaded");
-    QTest::addColumn<QString>("read");
-
-    const QByteArray bad = hex::metaLine(0xC0, "bad").replace("\r\n", "").chopped(2) + "00\r\n";
-    // clang-format off
-    QTest::newRow("all three") << hex::metaLine(0xC0, "KX3.06") + hex::metaLine(0xC1, "KX3p06") + hex::metaLine(0xC2, "Korvex")
-        << joined("KX3.06", "KX3p06", "Korvex") << joined("KX3.06", "KX3p06", "Korvex");
-    QTest::newRow("trailing zeros") << hex::metaLine(0xC1, QByteArray("KX\0\0", 4)) + hex::metaLine(0xC2, QByteArray("A\0B\0", 4))
-        << joined("", latin1("KX\0\0", 4), latin1("A\0B\0", 4)) << joined("", "KX", latin1("A\0B", 3));
-    QTest::newRow("only zeros") << hex::metaLine(0xC0, QByteArray(3, '\0'))
-        << joined(latin1("\0\0\0", 3), "", "") << joined("", "", "");
-    QTest::newRow("two of a type") << hex::metaLine(0xC0, "first") + hex::metaLine(0xC0, "second")
-        << joined("second", "", "") << joined("first", "", "");
-    QTest::newRow("Latin-1") << hex::metaLine(0xC2, "caf\xE9") << joined("", "", latin1("caf\xE9", 4))
-        << joined("", "", latin1("caf\xE9", 4));
-    QTest::newRow("255 bytes") << hex::metaLine(0xC1, QByteArray(255, 'v'))
-        << joined("", QString(255, QLatin1Char('v')), "") << joined("", QString(255, QLatin1Char('v')), "");
-    QTest::newRow("after the data") << hex::dataLine(0, h("0102")) + hex::eofLine() + hex::metaLine(0xC2, "late")
-        << joined("", "", "late") << joined("", "", "late");
-    // A file the loader refuses still gives the readers its good records.
-    QTest::newRow("bad lines passed over by the readers")
-        << ":02000000C04B\r\n" + bad + hex::metaLine(0xC0, "good") << QString() << joined("good", "", "");
-    QTest::newRow("not a HEX file") << QByteArray("hello world\n") << QString() << joined("", "", "");
-    // clang-format on
-}
-
-void TestHexParser::metadata() {
-    QFETCH(QByteArray, text);
-    QFETCH(QString, loaded);
-    QFETCH(QString, read);
-
-    HexParser parser;
-    parser.setFwVersion(QStringLiteral("earlier image"));
-    QCOMPARE(parser.loadHexData(text, sf::parser::PhantomNone), !loaded.isNull());
-    if (!loaded.isNull()) {
-        QCOMPARE(joined(parser.getFwVersion(), parser.getKxsVersion(), parser.getEnqString()),
-                 loaded);
+        const QByteArray data = hex::dataLine(0xE000, h("01020304"));
+        const QString kept = QStringLiteral("DE000:01020304");
+        // clang-format off
+        QTest::newRow("end record dropped") << hex::extLine(1) + data + hex::eofLine() << true << "X0001 " + kept;
+        QTest::newRow("empty text") << QByteArray() << true << "";
+        QTest::newRow("text after end record still read")
+            << data + hex::eofLine() + hex::dataLine(0xE010, h("AA")) << true << kept + " DE010:AA";
+        QTest::newRow("other types kept in order")
+            << hex::line(0x03, 0, h("00001234")) + data + hex::line(0x05, 0, h("00000100")) << true
+            << "T03@0000:00001234 " + kept + " T05@0000:00000100";
+        QTest::newRow("lower-case digits") << data.toLower() << true << kept;
+        QTest::newRow("line feeds only") << QByteArray(data).replace("\r\n", "\n") << true << kept;
+        QTest::newRow("no final line end") << data.trimmed() << true << kept;
+        QTest::newRow("junk before the colon") << "garbage\r\n\r\n  " + data << true << kept;
+        QTest::newRow("text after the checksum") << QByteArray(data).replace("\r\n", " words\r\n") << true << kept;
+        QTest::newRow("empty data record") << hex::dataLine(0x0010, QByteArray()) << true << "D0010:";
+        QTest::newRow("bad checksum") << data + ":0400100001020304E0\r\n" << false << "";
+        QTest::newRow("bad digit in length") << QByteArray(":Z4E0000001020304\r\n") << false << "";
+        QTest::newRow("short line") << QByteArray(":0400E00001\r\n") << false << "";
+        QTest::newRow("text ends inside record") << QByteArray(":04E000") << false << "";
+        QTest::newRow("missing colon") << QByteArray("0400E0000102030411\r\n") << false << "";
+        QTest::newRow("blank line after last record") << data + "\r\n" << false << "";
+        QTest::newRow("bad line after end record") << data + hex::eofLine() + ":00000001FE\r\n" << false << "";
+        // clang-format on
     }
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("map.kxhex"));
-    QVERIFY(writeFile(path, text));
-    QCOMPARE(joined(HexParser::getFwVersion(path), HexParser::getKxsVersion(path),
-                    HexParser::getEnqString(path)),
-             read);
-    QBuffer buffer(&text);
-    QVERIFY(buffer.open(QIODevice::ReadOnly));
-    QCOMPARE(HexParser::getEnqString(&buffer), read.section(QLatin1Char('|'), 2));
-    QCOMPARE(HexParser::getFwVersion(dir.filePath(QStringLiteral("missing"))), QString());
-}
 
-void TestHexParser::failedLoadLeavesParserClosed() {
-    HexParser parser;
-    QVERIFY(parser.loadHexData(hex::metaLine(0xC0, "KX3.06") + hex::dataLine(0, h("0102")),
-                               sf::parser::PhantomEvery2));
-    QVERIFY(parser.readData(0, 1));
-    QVERIFY(!parser.loadHexData(hex::dataLine(0, h("0102")) + ":0000000100\r\n",
-                                sf::parser::PhantomNone));
-    QVERIFY(!parser.isOpen());
-    QVERIFY(parser.records().empty());
-    QVERIFY(!parser.readData(0, 1));
-    QCOMPARE(parser.errorString(), QStringLiteral("line 2: checksum mismatch"));
-    // Texts and processor of the earlier image stay until overwritten.
-    QCOMPARE(parser.getFwVersion(), QStringLiteral("KX3.06"));
-    QCOMPARE(parser.getPhantomBytePeriod(), 2);
-}
+    void load() {
+        QFETCH(QByteArray, text);
+        QFETCH(bool, ok);
+        QFETCH(QString, records);
 
-void TestHexParser::loadReadsAcrossChunkBoundaries() {
-    // Lines of varying length, so that records straddle the reader's chunk edges.
-    QByteArray text;
-    quint16 address = 0;
-    for (int i = 0; i < 30000; ++i) {
-        text += hex::dataLine(address, QByteArray(1 + (i * 37) % 40, static_cast<char>(i)));
-        address = static_cast<quint16>(address + 1 + (i * 37) % 40);
+        HexParser parser;
+        QCOMPARE(parser.loadHexData(text, sf::parser::PhantomNone), ok);
+        QCOMPARE(parser.isOpen(), ok);
+        QCOMPARE(parser.errorString().isEmpty(), ok);
+        QCOMPARE(hex::dump(parser.records()), records);
+        // The same through a device, which is read-only here.
+        QBuffer buffer(&text);
+        QVERIFY(buffer.open(QIODevice::ReadOnly));
+        HexParser viaDevice;
+        QCOMPARE(viaDevice.loadHex(&buffer, sf::parser::PhantomNone), ok);
+        QCOMPARE(hex::dump(viaDevice.records()), records);
+        QVERIFY(!viaDevice.isWritable());
     }
-    HexParser parser;
-    QVERIFY(parser.loadHexData(text, sf::parser::PhantomNone));
-    QCOMPARE(parser.records().size(), size_t(30000));
-    for (int i : {0, 1, 6999, 7000, 29999}) {
-        QCOMPARE(parser.records()[size_t(i)]->getDataBytes(),
-                 QByteArray(1 + (i * 37) % 40, static_cast<char>(i)));
+
+    void metadata_data() {
+        // What loading keeps (trailing zeros too), and what the static readers return.
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("loaded");
+        QTest::addColumn<QString>("read");
+
+        const QByteArray bad = hex::metaLine(0xC0, "bad").replace("\r\n", "").chopped(2) + "00\r\n";
+        // clang-format off
+        QTest::newRow("all three") << hex::metaLine(0xC0, "KX3.06") + hex::metaLine(0xC1, "KX3p06") + hex::metaLine(0xC2, "Korvex")
+            << joined("KX3.06", "KX3p06", "Korvex") << joined("KX3.06", "KX3p06", "Korvex");
+        QTest::newRow("trailing zeros") << hex::metaLine(0xC1, QByteArray("KX\0\0", 4)) + hex::metaLine(0xC2, QByteArray("A\0B\0", 4))
+            << joined("", latin1("KX\0\0", 4), latin1("A\0B\0", 4)) << joined("", "KX", latin1("A\0B", 3));
+        QTest::newRow("only zeros") << hex::metaLine(0xC0, QByteArray(3, '\0'))
+            << joined(latin1("\0\0\0", 3), "", "") << joined("", "", "");
+        QTest::newRow("two of a type") << hex::metaLine(0xC0, "first") + hex::metaLine(0xC0, "second")
+            << joined("second", "", "") << joined("first", "", "");
+        QTest::newRow("Latin-1") << hex::metaLine(0xC2, "caf\xE9") << joined("", "", latin1("caf\xE9", 4))
+            << joined("", "", latin1("caf\xE9", 4));
+        QTest::newRow("255 bytes") << hex::metaLine(0xC1, QByteArray(255, 'v'))
+            << joined("", QString(255, QLatin1Char('v')), "") << joined("", QString(255, QLatin1Char('v')), "");
+        QTest::newRow("after the data") << hex::dataLine(0, h("0102")) + hex::eofLine() + hex::metaLine(0xC2, "late")
+            << joined("", "", "late") << joined("", "", "late");
+        // A file the loader refuses still gives the readers its good records.
+        QTest::newRow("bad lines passed over by the readers")
+            << ":02000000C04B\r\n" + bad + hex::metaLine(0xC0, "good") << QString() << joined("good", "", "");
+        QTest::newRow("not a HEX file") << QByteArray("hello world\n") << QString() << joined("", "", "");
+        // clang-format on
     }
-}
 
-void TestHexParser::openModes_data() {
-    QTest::addColumn<bool>("exists");
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<bool>("writable");
+    void metadata() {
+        QFETCH(QByteArray, text);
+        QFETCH(QString, loaded);
+        QFETCH(QString, read);
 
-    // clang-format off
-    QTest::newRow("read only")           << true << int(QIODevice::ReadOnly) << true << false;
-    QTest::newRow("read write")          << true << int(QIODevice::ReadWrite) << true << true;
-    QTest::newRow("read write, text")    << true << int(QIODevice::ReadWrite | QIODevice::Text) << true << true;
-    QTest::newRow("write only refused")  << true << int(QIODevice::WriteOnly) << false << false;
-    QTest::newRow("truncate refused")    << true << int(QIODevice::ReadWrite | QIODevice::Truncate) << false << false;
-    QTest::newRow("append refused")      << true << int(QIODevice::ReadWrite | QIODevice::Append) << false << false;
-    QTest::newRow("missing, read only")  << false << int(QIODevice::ReadOnly) << false << false;
-    QTest::newRow("missing, read write is not created") << false << int(QIODevice::ReadWrite) << false << false;
-    // clang-format on
-}
-
-void TestHexParser::openModes() {
-    QFETCH(bool, exists);
-    QFETCH(int, mode);
-    QFETCH(bool, ok);
-    QFETCH(bool, writable);
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("setup.hex"));
-    const QByteArray text = hex::dataLine(0x1000, h("0A0B")) + hex::eofLine();
-    if (exists) {
+        HexParser parser;
+        parser.setFwVersion(QStringLiteral("earlier image"));
+        QCOMPARE(parser.loadHexData(text, sf::parser::PhantomNone), !loaded.isNull());
+        if (!loaded.isNull()) {
+            QCOMPARE(joined(parser.getFwVersion(), parser.getKxsVersion(), parser.getEnqString()),
+                     loaded);
+        }
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("map.kxhex"));
         QVERIFY(writeFile(path, text));
+        QCOMPARE(joined(HexParser::getFwVersion(path), HexParser::getKxsVersion(path),
+                        HexParser::getEnqString(path)),
+                 read);
+        QBuffer buffer(&text);
+        QVERIFY(buffer.open(QIODevice::ReadOnly));
+        QCOMPARE(HexParser::getEnqString(&buffer), read.section(QLatin1Char('|'), 2));
+        QCOMPARE(HexParser::getFwVersion(dir.filePath(QStringLiteral("missing"))), QString());
     }
-    HexParser parser;
-    QCOMPARE(parser.loadHex(path, sf::parser::PhantomNone, QIODevice::OpenMode(mode)), ok);
-    QCOMPARE(parser.isWritable(), writable);
-    QCOMPARE(parser.filePath(), ok ? path : QString());
-    QCOMPARE(QFile::exists(path), exists);
-    if (exists) {
-        QFile f(path);
-        QVERIFY(f.open(QIODevice::ReadOnly));
-        QCOMPARE(f.readAll(), text); // never changed by loading
+
+    void failedLoadLeavesParserClosed() {
+        HexParser parser;
+        QVERIFY(parser.loadHexData(hex::metaLine(0xC0, "KX3.06") + hex::dataLine(0, h("0102")),
+                                   sf::parser::PhantomEvery2));
+        QVERIFY(parser.readData(0, 1));
+        QVERIFY(!parser.loadHexData(hex::dataLine(0, h("0102")) + ":0000000100\r\n",
+                                    sf::parser::PhantomNone));
+        QVERIFY(!parser.isOpen());
+        QVERIFY(parser.records().empty());
+        QVERIFY(!parser.readData(0, 1));
+        QCOMPARE(parser.errorString(), QStringLiteral("line 2: checksum mismatch"));
+        // Texts and processor of the earlier image stay until overwritten.
+        QCOMPARE(parser.getFwVersion(), QStringLiteral("KX3.06"));
+        QCOMPARE(parser.getPhantomBytePeriod(), 2);
     }
-    QVERIFY(!HexParser().loadHex(QString(), sf::parser::PhantomNone, QIODevice::ReadOnly));
-}
 
-void TestHexParser::region_data() {
-    QTest::addColumn<int>("processor");
-    QTest::addColumn<int>("period");
-    QTest::addColumn<uint>("start");
-    QTest::addColumn<uint>("settingsEnd");
-    QTest::addColumn<uint>("end");
+    void loadReadsAcrossChunkBoundaries() {
+        // Lines of varying length, so that records straddle the reader's chunk edges.
+        QByteArray text;
+        quint16 address = 0;
+        for (int i = 0; i < 30000; ++i) {
+            text += hex::dataLine(address, QByteArray(1 + (i * 37) % 40, static_cast<char>(i)));
+            address = static_cast<quint16>(address + 1 + (i * 37) % 40);
+        }
+        HexParser parser;
+        QVERIFY(parser.loadHexData(text, sf::parser::PhantomNone));
+        QCOMPARE(parser.records().size(), size_t(30000));
+        for (int i : {0, 1, 6999, 7000, 29999}) {
+            QCOMPARE(parser.records()[size_t(i)]->getDataBytes(),
+                     QByteArray(1 + (i * 37) % 40, static_cast<char>(i)));
+        }
+    }
 
-    // clang-format off
-    QTest::newRow("every 4")    << 0 << 4 << 0x1E000u << 0x1E1E0u << 0x1E200u;
-    QTest::newRow("every 2")    << 1 << 2 << 0x1E000u << 0x1E1E0u << 0x1E200u;
-    QTest::newRow("none")       << 2 << 1 << 0x310000u << 0x310400u << 0x310400u;
-    QTest::newRow("unknown 3")  << 3 << 2 << 0x1E000u << 0x1E1E0u << 0x1E200u;
-    QTest::newRow("unknown -1") << -1 << 2 << 0x1E000u << 0x1E1E0u << 0x1E200u;
-    // clang-format on
-}
+    void openModes_data() {
+        QTest::addColumn<bool>("exists");
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<bool>("writable");
 
-void TestHexParser::region() {
-    QFETCH(int, processor);
-    QFETCH(int, period);
-    QFETCH(uint, start);
-    QFETCH(uint, settingsEnd);
-    QFETCH(uint, end);
+        // clang-format off
+        QTest::newRow("read only")           << true << int(QIODevice::ReadOnly) << true << false;
+        QTest::newRow("read write")          << true << int(QIODevice::ReadWrite) << true << true;
+        QTest::newRow("write only refused")  << true << int(QIODevice::WriteOnly) << false << false;
+        QTest::newRow("truncate refused")    << true << int(QIODevice::ReadWrite | QIODevice::Truncate) << false << false;
+        QTest::newRow("append refused")      << true << int(QIODevice::ReadWrite | QIODevice::Append) << false << false;
+        QTest::newRow("missing, read only")  << false << int(QIODevice::ReadOnly) << false << false;
+        QTest::newRow("missing, read write is not created") << false << int(QIODevice::ReadWrite) << false << false;
+        // clang-format on
+    }
 
-    HexParser fresh;
-    QCOMPARE(fresh.getStartAddress(), 0x1E000u);
-    QCOMPARE(fresh.getSettingsEndAddress(), 0x1E1E0u);
-    QCOMPARE(fresh.getEndAddress(), 0x1E200u);
-    QCOMPARE(fresh.getPhantomBytePeriod(), 1);
+    void openModes() {
+        QFETCH(bool, exists);
+        QFETCH(int, mode);
+        QFETCH(bool, ok);
+        QFETCH(bool, writable);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("setup.hex"));
+        const QByteArray text = hex::dataLine(0x1000, h("0A0B")) + hex::eofLine();
+        if (exists) {
+            QVERIFY(writeFile(path, text));
+        }
+        HexParser parser;
+        QCOMPARE(parser.loadHex(path, sf::parser::PhantomNone, QIODevice::OpenMode(mode)), ok);
+        QCOMPARE(parser.isWritable(), writable);
+        QCOMPARE(parser.filePath(), ok ? path : QString());
+        QCOMPARE(QFile::exists(path), exists);
+        if (exists) {
+            QFile f(path);
+            QVERIFY(f.open(QIODevice::ReadOnly));
+            QCOMPARE(f.readAll(), text); // never changed by loading
+        }
+        QVERIFY(!HexParser().loadHex(QString(), sf::parser::PhantomNone, QIODevice::ReadOnly));
+    }
 
-    HexParser parser;
-    QVERIFY(loaded(parser, processor));
-    QCOMPARE(parser.getProcessor(), processor);
-    QCOMPARE(parser.getPhantomBytePeriod(), period);
-    QCOMPARE(parser.getStartAddress(), start);
-    QCOMPARE(parser.getSettingsEndAddress(), settingsEnd);
-    QCOMPARE(parser.getEndAddress(), end);
-}
+    void region_data() {
+        QTest::addColumn<int>("processor");
+        QTest::addColumn<int>("period");
+        QTest::addColumn<uint>("start");
+        QTest::addColumn<uint>("settingsEnd");
+        QTest::addColumn<uint>("end");
 
-void TestHexParser::countBytesWithPhantoms_data() {
-    QTest::addColumn<int>("processor");
-    QTest::addColumn<quint64>("address");
-    QTest::addColumn<quint64>("real");
-    QTest::addColumn<quint64>("span");
+        // clang-format off
+        QTest::newRow("every 4")    << 0 << 4 << 0x1E000u << 0x1E1E0u << 0x1E200u;
+        QTest::newRow("every 2")    << 1 << 2 << 0x1E000u << 0x1E1E0u << 0x1E200u;
+        QTest::newRow("none")       << 2 << 1 << 0x310000u << 0x310400u << 0x310400u;
+        QTest::newRow("unknown 3")  << 3 << 2 << 0x1E000u << 0x1E1E0u << 0x1E200u;
+        QTest::newRow("unknown -1") << -1 << 2 << 0x1E000u << 0x1E1E0u << 0x1E200u;
+        // clang-format on
+    }
 
-    // clang-format off
-    QTest::newRow("period 2, even start")       << 1 << quint64(0x1E000) << quint64(4) << quint64(7);
-    QTest::newRow("period 2, odd start")        << 1 << quint64(0x1E001) << quint64(4) << quint64(8);
-    QTest::newRow("period 4, aligned")          << 0 << quint64(0x1E000) << quint64(6) << quint64(8);
-    QTest::newRow("period 4, start on phantom") << 0 << quint64(0x1E001) << quint64(3) << quint64(4);
-    QTest::newRow("period 4, after phantom")    << 0 << quint64(0x1E002) << quint64(4) << quint64(5);
-    QTest::newRow("no phantoms")                << 2 << quint64(0x1E001) << quint64(9) << quint64(9);
-    QTest::newRow("zero count")                 << 1 << quint64(0x1E001) << quint64(0) << quint64(0);
-    QTest::newRow("unknown kind is period 2")   << 9 << quint64(0x1E000) << quint64(4) << quint64(7);
-    QTest::newRow("top of 32 bits, no wrap")    << 1 << quint64(0xFFFFFFF0) << quint64(0x100) << quint64(0x1FF);
-    // clang-format on
-}
+    void region() {
+        QFETCH(int, processor);
+        QFETCH(int, period);
+        QFETCH(uint, start);
+        QFETCH(uint, settingsEnd);
+        QFETCH(uint, end);
 
-void TestHexParser::countBytesWithPhantoms() {
-    QFETCH(int, processor);
-    QFETCH(quint64, address);
-    QFETCH(quint64, real);
-    QFETCH(quint64, span);
-    HexParser parser;
-    QVERIFY(loaded(parser, processor));
-    QCOMPARE(parser.countBytesWithPhantoms(address, real), span);
-    QCOMPARE(parser.countBytesWithoutPhantoms(address, span), real);
-}
+        HexParser fresh;
+        QCOMPARE(fresh.getStartAddress(), 0x1E000u);
+        QCOMPARE(fresh.getSettingsEndAddress(), 0x1E1E0u);
+        QCOMPARE(fresh.getEndAddress(), 0x1E200u);
+        QCOMPARE(fresh.getPhantomBytePeriod(), 1);
 
-void TestHexParser::phantomCountsMatchTheWalk() {
-    // The closed forms against walking address by address.
-    for (int processor : {0, 1, 2}) {
         HexParser parser;
         QVERIFY(loaded(parser, processor));
-        const quint64 period = quint64(parser.getPhantomBytePeriod());
-        auto phantom = [period](quint64 a) { return period >= 2 && a % period == 1; };
-        for (quint64 address = 0x1E000; address < 0x1E009; ++address) {
-            quint64 span = 0;
-            quint64 real = 0;
-            for (; real < 40; ++span) {
-                QCOMPARE(parser.countBytesWithoutPhantoms(address, span), real);
-                if (!phantom(address + span)) {
-                    ++real;
-                    QCOMPARE(parser.countBytesWithPhantoms(address, real), span + 1);
+        QCOMPARE(parser.getProcessor(), processor);
+        QCOMPARE(parser.getPhantomBytePeriod(), period);
+        QCOMPARE(parser.getStartAddress(), start);
+        QCOMPARE(parser.getSettingsEndAddress(), settingsEnd);
+        QCOMPARE(parser.getEndAddress(), end);
+    }
+
+    void countBytesWithPhantoms_data() {
+        QTest::addColumn<int>("processor");
+        QTest::addColumn<quint64>("address");
+        QTest::addColumn<quint64>("real");
+        QTest::addColumn<quint64>("span");
+
+        // clang-format off
+        QTest::newRow("zero count")                 << 1 << quint64(0x1E001) << quint64(0) << quint64(0);
+        QTest::newRow("unknown kind is period 2")   << 9 << quint64(0x1E000) << quint64(4) << quint64(7);
+        QTest::newRow("top of 32 bits, no wrap")    << 1 << quint64(0xFFFFFFF0) << quint64(0x100) << quint64(0x1FF);
+        // clang-format on
+    }
+
+    void countBytesWithPhantoms() {
+        QFETCH(int, processor);
+        QFETCH(quint64, address);
+        QFETCH(quint64, real);
+        QFETCH(quint64, span);
+        HexParser parser;
+        QVERIFY(loaded(parser, processor));
+        QCOMPARE(parser.countBytesWithPhantoms(address, real), span);
+        QCOMPARE(parser.countBytesWithoutPhantoms(address, span), real);
+    }
+
+    void phantomCountsMatchTheWalk() {
+        // The closed forms against walking address by address.
+        for (int processor : {0, 1, 2}) {
+            HexParser parser;
+            QVERIFY(loaded(parser, processor));
+            const quint64 period = quint64(parser.getPhantomBytePeriod());
+            auto phantom = [period](quint64 a) { return period >= 2 && a % period == 1; };
+            for (quint64 address = 0x1E000; address < 0x1E009; ++address) {
+                quint64 span = 0;
+                quint64 real = 0;
+                for (; real < 40; ++span) {
+                    QCOMPARE(parser.countBytesWithoutPhantoms(address, span), real);
+                    if (!phantom(address + span)) {
+                        ++real;
+                        QCOMPARE(parser.countBytesWithPhantoms(address, real), span + 1);
+                    }
                 }
             }
         }
     }
-}
 
-void TestHexParser::phantomInsertAndRemove_data() {
-    QTest::addColumn<int>("processor");
-    QTest::addColumn<quint64>("address");
-    QTest::addColumn<QByteArray>("real");
-    QTest::addColumn<QByteArray>("span");
+    void phantomInsertAndRemove_data() {
+        QTest::addColumn<int>("processor");
+        QTest::addColumn<quint64>("address");
+        QTest::addColumn<QByteArray>("real");
+        QTest::addColumn<QByteArray>("span");
 
-    // clang-format off
-    QTest::newRow("period 2, even")   << 1 << quint64(0x1E000) << h("AABBCCDD") << h("AA00BB00CC00DD");
-    QTest::newRow("period 2, odd")    << 1 << quint64(0x1E001) << h("AABB") << h("00AA00BB");
-    QTest::newRow("period 4")         << 0 << quint64(0x1E000) << h("010203040506") << h("0100020304000506");
-    QTest::newRow("period 4, from 3") << 0 << quint64(0x1E003) << h("0102") << h("0102");
-    QTest::newRow("no phantoms")      << 2 << quint64(0x1E001) << h("0102") << h("0102");
-    // clang-format on
-}
-
-void TestHexParser::phantomInsertAndRemove() {
-    QFETCH(int, processor);
-    QFETCH(quint64, address);
-    QFETCH(QByteArray, real);
-    QFETCH(QByteArray, span);
-    HexParser parser;
-    QVERIFY(loaded(parser, processor));
-    QCOMPARE(parser.insertPhantomBytes(real, address, quint64(real.size())), span);
-    QCOMPARE(parser.removePhantomBytes(span, address, quint64(span.size())), real);
-}
-
-void TestHexParser::allBytesArePhantom_data() {
-    QTest::addColumn<int>("processor");
-    QTest::addColumn<QString>("record");
-    QTest::addColumn<int>("upper");
-    QTest::addColumn<bool>("phantom");
-
-    // clang-format off
-    QTest::newRow("one byte on a phantom, period 2") << 1 << "DE001:AA" << 1 << true;
-    QTest::newRow("one byte on a real address")      << 1 << "DE002:AA" << 1 << false;
-    QTest::newRow("two bytes never all phantom")     << 1 << "DE001:AABB" << 1 << false;
-    QTest::newRow("period 4, 1 mod 4")               << 0 << "DE005:AA" << 1 << true;
-    QTest::newRow("period 4, 3 mod 4")               << 0 << "DE003:AA" << 1 << false;
-    QTest::newRow("upper address counts")            << 0 << "D0001:AA" << 0x0310 << true;
-    QTest::newRow("empty record")                    << 1 << "DE001:" << 1 << false;
-    QTest::newRow("no phantom processor")            << 2 << "DE001:AA" << 1 << false;
-    // clang-format on
-}
-
-void TestHexParser::allBytesArePhantom() {
-    QFETCH(int, processor);
-    QFETCH(QString, record);
-    QFETCH(int, upper);
-    QFETCH(bool, phantom);
-    HexParser parser;
-    QVERIFY(loaded(parser, processor));
-    const sf::parser::RecordList list = hex::records(record);
-    QCOMPARE(parser.allBytesArePhantom(list.front().get(), static_cast<quint16>(upper)), phantom);
-    QVERIFY(!parser.allBytesArePhantom(nullptr, 0));
-}
-
-void TestHexParser::readData_data() {
-    QTest::addColumn<int>("processor");
-    QTest::addColumn<QString>("image");
-    QTest::addColumn<uint>("address");
-    QTest::addColumn<uint>("count");
-    QTest::addColumn<QByteArray>("bytes"); // null: the read fails
-
-    const QString two = QStringLiteral("D1000:00010203 D1004:04050607");
-    const QByteArray fails;
-    // clang-format off
-    QTest::newRow("inside one record")      << 2 << two << 0x1001u << 2u << h("0102");
-    QTest::newRow("across two records")     << 2 << two << 0x1002u << 4u << h("02030405");
-    QTest::newRow("past the end fails")     << 2 << two << 0x1006u << 3u << fails;
-    QTest::newRow("before the start fails") << 2 << two << 0x0FFFu << 2u << fails;
-    QTest::newRow("gap fails")              << 2 << "D1000:0001 D1004:0405" << 0x1000u << 6u << fails;
-    QTest::newRow("out of order, found cyclically")
-        << 2 << "D1004:04050607 D2000:FF D1000:00010203" << 0x1002u << 4u << h("02030405");
-    QTest::newRow("extended records passed over")
-        << 2 << "X0001 DE000:0A0B0C X0002 DE003:0D" << 0xE001u << 3u << h("0B0C0D");
-    QTest::newRow("full address with upper part not found") << 2 << "X0001 DE000:0A0B0C" << 0x1E000u << 1u << fails;
-    QTest::newRow("first record holding the address wins") << 2 << "X0001 DE000:AA X0002 DE000:BB" << 0xE000u << 1u << h("AA");
-    QTest::newRow("other types are not data") << 2 << "T05@1000:01020304" << 0x1000u << 1u << fails;
-    QTest::newRow("end record ends a pass")  << 2 << "D1000:01 F D1001:02" << 0x1000u << 2u << fails;
-    QTest::newRow("phantoms removed, period 2") << 1 << "DE000:AA00BB00CC" << 0xE000u << 3u << h("AABBCC");
-    QTest::newRow("phantoms removed, period 4") << 0 << "DE000:0100020304000506" << 0xE000u << 6u << h("010203040506");
-    QTest::newRow("phantom span must be covered") << 1 << "DE000:AA00BB00" << 0xE000u << 3u << fails;
-    QTest::newRow("zero bytes")              << 2 << two << 0x9999u << 0u << QByteArray("");
-    QTest::newRow("huge count fails")        << 2 << two << 0x1000u << 0xFFFFFFFFu << fails;
-    QTest::newRow("record reaching past 0xFFFF") << 2 << "DFFFE:01020304" << 0x10000u << 2u << h("0304");
-    // clang-format on
-}
-
-void TestHexParser::readData() {
-    QFETCH(int, processor);
-    QFETCH(QString, image);
-    QFETCH(uint, address);
-    QFETCH(uint, count);
-    QFETCH(QByteArray, bytes);
-
-    HexParser parser;
-    QVERIFY(!parser.readData(address, count)); // closed
-    QVERIFY(loaded(parser, processor));
-    QVERIFY(parser.replaceFileContents(hex::records(image)));
-    const std::optional<QByteArray> data = parser.readData(address, count);
-    QCOMPARE(data.has_value(), !bytes.isNull());
-    if (data) {
-        QCOMPARE(*data, bytes);
+        // clang-format off
+        QTest::newRow("period 2, even")   << 1 << quint64(0x1E000) << h("AABBCCDD") << h("AA00BB00CC00DD");
+        QTest::newRow("period 2, odd")    << 1 << quint64(0x1E001) << h("AABB") << h("00AA00BB");
+        QTest::newRow("period 4")         << 0 << quint64(0x1E000) << h("010203040506") << h("0100020304000506");
+        QTest::newRow("period 4, from 3") << 0 << quint64(0x1E003) << h("0102") << h("0102");
+        QTest::newRow("no phantoms")      << 2 << quint64(0x1E001) << h("0102") << h("0102");
+        // clang-format on
     }
-    parser.close();
-    QVERIFY(!parser.readData(address, count));
-}
+
+    void phantomInsertAndRemove() {
+        QFETCH(int, processor);
+        QFETCH(quint64, address);
+        QFETCH(QByteArray, real);
+        QFETCH(QByteArray, span);
+        HexParser parser;
+        QVERIFY(loaded(parser, processor));
+        QCOMPARE(parser.insertPhantomBytes(real, address, quint64(real.size())), span);
+        QCOMPARE(parser.removePhantomBytes(span, address, quint64(span.size())), real);
+    }
+
+    void allBytesArePhantom_data() {
+        QTest::addColumn<int>("processor");
+        QTest::addColumn<QString>("record");
+        QTest::addColumn<int>("upper");
+        QTest::addColumn<bool>("phantom");
+
+        // clang-format off
+        QTest::newRow("one byte on a phantom, period 2") << 1 << "DE001:AA" << 1 << true;
+        QTest::newRow("one byte on a real address")      << 1 << "DE002:AA" << 1 << false;
+        QTest::newRow("two bytes never all phantom")     << 1 << "DE001:AABB" << 1 << false;
+        QTest::newRow("period 4, 1 mod 4")               << 0 << "DE005:AA" << 1 << true;
+        QTest::newRow("upper address counts")            << 0 << "D0001:AA" << 0x0310 << true;
+        QTest::newRow("empty record")                    << 1 << "DE001:" << 1 << false;
+        QTest::newRow("no phantom processor")            << 2 << "DE001:AA" << 1 << false;
+        // clang-format on
+    }
+
+    void allBytesArePhantom() {
+        QFETCH(int, processor);
+        QFETCH(QString, record);
+        QFETCH(int, upper);
+        QFETCH(bool, phantom);
+        HexParser parser;
+        QVERIFY(loaded(parser, processor));
+        const sf::parser::RecordList list = hex::records(record);
+        QCOMPARE(parser.allBytesArePhantom(list.front().get(), static_cast<quint16>(upper)),
+                 phantom);
+        QVERIFY(!parser.allBytesArePhantom(nullptr, 0));
+    }
+
+    void readData_data() {
+        QTest::addColumn<int>("processor");
+        QTest::addColumn<QString>("image");
+        QTest::addColumn<uint>("address");
+        QTest::addColumn<uint>("count");
+        QTest::addColumn<QByteArray>("bytes"); // null: the read fails
+
+        const QString two = QStringLiteral("D1000:00010203 D1004:04050607");
+        const QByteArray fails;
+        // clang-format off
+        QTest::newRow("inside one record")      << 2 << two << 0x1001u << 2u << h("0102");
+        QTest::newRow("across two records")     << 2 << two << 0x1002u << 4u << h("02030405");
+        QTest::newRow("past the end fails")     << 2 << two << 0x1006u << 3u << fails;
+        QTest::newRow("gap fails")              << 2 << "D1000:0001 D1004:0405" << 0x1000u << 6u << fails;
+        QTest::newRow("out of order, found cyclically")
+            << 2 << "D1004:04050607 D2000:FF D1000:00010203" << 0x1002u << 4u << h("02030405");
+        QTest::newRow("extended records passed over")
+            << 2 << "X0001 DE000:0A0B0C X0002 DE003:0D" << 0xE001u << 3u << h("0B0C0D");
+        QTest::newRow("full address with upper part not found") << 2 << "X0001 DE000:0A0B0C" << 0x1E000u << 1u << fails;
+        QTest::newRow("first record holding the address wins") << 2 << "X0001 DE000:AA X0002 DE000:BB" << 0xE000u << 1u << h("AA");
+        QTest::newRow("other types are not data") << 2 << "T05@1000:01020304" << 0x1000u << 1u << fails;
+        QTest::newRow("end record ends a pass")  << 2 << "D1000:01 F D1001:02" << 0x1000u << 2u << fails;
+        QTest::newRow("phantoms removed, period 2") << 1 << "DE000:AA00BB00CC" << 0xE000u << 3u << h("AABBCC");
+        QTest::newRow("phantom span must be covered") << 1 << "DE000:AA00BB00" << 0xE000u << 3u << fails;
+        QTest::newRow("zero bytes")              << 2 << two << 0x9999u << 0u << QByteArray("");
+        QTest::newRow("huge count fails")        << 2 << two << 0x1000u << 0xFFFFFFFFu << fails;
+        QTest::newRow("record reaching past 0xFFFF") << 2 << "DFFFE:01020304" << 0x10000u << 2u << h("0304");
+        // clang-format on
+    }
+
+    void readData() {
+        QFETCH(int, processor);
+        QFETCH(QString, image);
+        QFETCH(uint, address);
+        QFETCH(uint, count);
+        QFETCH(QByteArray, bytes);
+
+        HexParser parser;
+        QVERIFY(!parser.readData(address, count)); // closed
+        QVERIFY(loaded(parser, processor));
+        QVERIFY(parser.replaceFileContents(hex::records(image)));
+        const std::optional<QByteArray> data = parser.readData(address, count);
+        QCOMPARE(data.has_value(), !bytes.isNull());
+        if (data) {
+            QCOMPARE(*data, bytes);
+        }
+        parser.close();
+        QVERIFY(!parser.readData(address, count));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestHexParser)
 #include "tst_hexparser.moc"

@@ -48,267 +48,254 @@ QByteArray bytesOf(int n, int seed) {
 class TestHexParserWrite : public QObject {
     Q_OBJECT
 private slots:
-    void plain_data();
-    void plain();
-    void reformat_data();
-    void reformat();
-    void roundTrip_data();
-    void roundTrip();
-    void writeFileReplacesTheFile();
-    void failedWriteLeavesTheOldFile_data();
-    void failedWriteLeavesTheOldFile();
-    void copyToFile_data();
-    void copyToFile();
-};
+    void plain_data() {
+        QTest::addColumn<QString>("fw");
+        QTest::addColumn<QString>("kxs");
+        QTest::addColumn<QString>("enq");
+        QTest::addColumn<QString>("records");
 
-void TestHexParserWrite::plain_data() {
-    QTest::addColumn<QString>("fw");
-    QTest::addColumn<QString>("kxs");
-    QTest::addColumn<QString>("enq");
-    QTest::addColumn<QString>("records");
+        // clang-format off
+        QTest::newRow("all metadata")        << "KX3.06" << "KX3p06" << "Korvex KX3" << "X0001 DE000:0102";
+        QTest::newRow("only layout version") << "" << "KX3p06" << "" << "DE000:01";
+        QTest::newRow("nothing at all")      << "" << "" << "" << "";
+        QTest::newRow("order and other types kept") << "v1" << "" << "" << "T03@0000:00001234 D2000:02 D1000:01 X0031 D0000:03";
+        QTest::newRow("text cut to 255 bytes") << "" << "" << QString(300, QLatin1Char('w')) << "";
+        // clang-format on
+    }
 
-    // clang-format off
-    QTest::newRow("all metadata")        << "KX3.06" << "KX3p06" << "Korvex KX3" << "X0001 DE000:0102";
-    QTest::newRow("only layout version") << "" << "KX3p06" << "" << "DE000:01";
-    QTest::newRow("nothing at all")      << "" << "" << "" << "";
-    QTest::newRow("order and other types kept") << "v1" << "" << "" << "T03@0000:00001234 D2000:02 D1000:01 X0031 D0000:03";
-    QTest::newRow("text cut to 255 bytes") << "" << "" << QString(300, QLatin1Char('w')) << "";
-    // clang-format on
-}
+    void plain() {
+        QFETCH(QString, fw);
+        QFETCH(QString, kxs);
+        QFETCH(QString, enq);
+        QFETCH(QString, records);
 
-void TestHexParserWrite::plain() {
-    QFETCH(QString, fw);
-    QFETCH(QString, kxs);
-    QFETCH(QString, enq);
-    QFETCH(QString, records);
+        HexParser parser;
+        QVERIFY(parser.loadHexData(hex::text(records), sf::parser::PhantomNone));
+        parser.setFwVersion(fw);
+        parser.setKxsVersion(kxs);
+        parser.setEnqString(enq);
+        QByteArray expected;
+        const quint8 types[] = {0xC0, 0xC1, 0xC2};
+        const QString texts[] = {fw, kxs, enq};
+        for (int i = 0; i < 3; ++i) {
+            if (!texts[i].isEmpty()) {
+                expected += hex::metaLine(types[i], texts[i].toLatin1().left(255));
+            }
+        }
+        expected += hex::text(records) + hex::eofLine();
+        QCOMPARE(written(parser, false, 16), expected);
+    }
 
-    HexParser parser;
-    QVERIFY(parser.loadHexData(hex::text(records), sf::parser::PhantomNone));
-    parser.setFwVersion(fw);
-    parser.setKxsVersion(kxs);
-    parser.setEnqString(enq);
-    QByteArray expected;
-    const quint8 types[] = {0xC0, 0xC1, 0xC2};
-    const QString texts[] = {fw, kxs, enq};
-    for (int i = 0; i < 3; ++i) {
-        if (!texts[i].isEmpty()) {
-            expected += hex::metaLine(types[i], texts[i].toLatin1().left(255));
+    void reformat_data() {
+        QTest::addColumn<QString>("records");
+        QTest::addColumn<int>("lineLength");
+        QTest::addColumn<QString>("expected"); // null: refused
+
+        const QString refused;
+        const QString zeros254(254 * 2, QLatin1Char('0'));
+        // clang-format off
+        QTest::newRow("gap filled with zeros")   << "D1000:0102 D1004:05" << 16 << "D1000:0102000005";
+        QTest::newRow("lines of the length")     << "D1000:000102030405" << 4 << "D1000:00010203 D1004:0405";
+        QTest::newRow("unordered records")       << "D2000:02 D1FFF:01" << 16 << "D1FFF:0102";
+        QTest::newRow("later record wins")       << "D1000:010203 D1001:FF" << 16 << "D1000:01FF03";
+        QTest::newRow("other types left out")    << "T03@0000:00001234 D1000:01" << 16 << "D1000:01";
+        QTest::newRow("extended record first")   << "X0001 DE000:01" << 16 << "X0001 DE000:01";
+        QTest::newRow("upper part changes")      << "DFFFE:0102 X0001 D0000:0304" << 16 << "DFFFE:0102 X0001 D0000:0304";
+        QTest::newRow("no line crosses 64 KiB")  << "X0002 DFFF8:000102030405060708090A0B0C0D0E0F" << 16
+            << "X0002 DFFF8:0001020304050607 X0003 D0000:08090A0B0C0D0E0F";
+        QTest::newRow("255 bytes per line")      << "D0000:01 D0100:02" << 255
+            << "D0000:01" + zeros254 + " D00FF:0002";
+        QTest::newRow("line length 0")           << "D1000:01" << 0 << refused;
+        QTest::newRow("line length 256")         << "D1000:01" << 256 << refused;
+        QTest::newRow("no records")              << "" << 16 << refused;
+        QTest::newRow("no data bytes")           << "X0001 D1000: T03@0000:00" << 16 << refused;
+        QTest::newRow("absurd span")             << "D0000:01 X1000 D0000:01" << 16 << refused;
+        QTest::newRow("past 4 GiB")              << "XFFFF DFFFF:0102" << 16 << refused;
+        // clang-format on
+    }
+
+    void reformat() {
+        QFETCH(QString, records);
+        QFETCH(int, lineLength);
+        QFETCH(QString, expected);
+
+        HexParser parser;
+        QVERIFY(parser.loadHexData(hex::text(records), sf::parser::PhantomNone));
+        parser.setKxsVersion(QStringLiteral("L"));
+        const QByteArray text = written(parser, true, lineLength);
+        if (expected.isNull()) {
+            QCOMPARE(text, QByteArray()); // refused before writing anything
+        } else {
+            QCOMPARE(text, hex::metaLine(0xC1, "L") + hex::text(expected) + hex::eofLine());
         }
     }
-    expected += hex::text(records) + hex::eofLine();
-    QCOMPARE(written(parser, false, 16), expected);
-}
 
-void TestHexParserWrite::reformat_data() {
-    QTest::addColumn<QString>("records");
-    QTest::addColumn<int>("lineLength");
-    QTest::addColumn<QString>("expected"); // null: refused
+    void roundTrip_data() {
+        QTest::addColumn<QByteArray>("text");
 
-    const QString refused;
-    const QString zeros254(254 * 2, QLatin1Char('0'));
-    // clang-format off
-    QTest::newRow("gap filled with zeros")   << "D1000:0102 D1004:05" << 16 << "D1000:0102000005";
-    QTest::newRow("lines of the length")     << "D1000:000102030405" << 4 << "D1000:00010203 D1004:0405";
-    QTest::newRow("unordered records")       << "D2000:02 D1FFF:01" << 16 << "D1FFF:0102";
-    QTest::newRow("later record wins")       << "D1000:010203 D1001:FF" << 16 << "D1000:01FF03";
-    QTest::newRow("other types left out")    << "T03@0000:00001234 D1000:01" << 16 << "D1000:01";
-    QTest::newRow("extended record first")   << "X0001 DE000:01" << 16 << "X0001 DE000:01";
-    QTest::newRow("upper part changes")      << "DFFFE:0102 X0001 D0000:0304" << 16 << "DFFFE:0102 X0001 D0000:0304";
-    QTest::newRow("no line crosses 64 KiB")  << "X0002 DFFF8:000102030405060708090A0B0C0D0E0F" << 16
-        << "X0002 DFFF8:0001020304050607 X0003 D0000:08090A0B0C0D0E0F";
-    QTest::newRow("255 bytes per line")      << "D0000:01 D0100:02" << 255
-        << "D0000:01" + zeros254 + " D00FF:0002";
-    QTest::newRow("line length 0")           << "D1000:01" << 0 << refused;
-    QTest::newRow("line length 256")         << "D1000:01" << 256 << refused;
-    QTest::newRow("no records")              << "" << 16 << refused;
-    QTest::newRow("no data bytes")           << "X0001 D1000: T03@0000:00" << 16 << refused;
-    QTest::newRow("absurd span")             << "D0000:01 X1000 D0000:01" << 16 << refused;
-    QTest::newRow("past 4 GiB")              << "XFFFF DFFFF:0102" << 16 << refused;
-    // clang-format on
-}
-
-void TestHexParserWrite::reformat() {
-    QFETCH(QString, records);
-    QFETCH(int, lineLength);
-    QFETCH(QString, expected);
-
-    HexParser parser;
-    QVERIFY(parser.loadHexData(hex::text(records), sf::parser::PhantomNone));
-    parser.setKxsVersion(QStringLiteral("L"));
-    const QByteArray text = written(parser, true, lineLength);
-    if (expected.isNull()) {
-        QCOMPARE(text, QByteArray()); // refused before writing anything
-    } else {
-        QCOMPARE(text, hex::metaLine(0xC1, "L") + hex::text(expected) + hex::eofLine());
+        QTest::newRow("settings image")
+            << hex::metaLine(0xC0, "KX3.06") + hex::metaLine(0xC1, "KX3p06") +
+                   hex::metaLine(0xC2, QByteArray("Korvex\0", 7)) + hex::extLine(1) +
+                   hex::dataLine(0xE000, bytesOf(16, 1)) + hex::dataLine(0xE010, bytesOf(16, 2));
+        QTest::newRow("several segments and long records")
+            << hex::dataLine(0x0000, bytesOf(255, 3)) + hex::extLine(3) +
+                   hex::dataLine(0x0000, bytesOf(200, 4)) + hex::extLine(0) +
+                   hex::dataLine(0x8000, bytesOf(7, 5)) + hex::eofLine();
+        QTest::newRow("other types and empty data records")
+            << hex::line(0x03, 0, bytesOf(4, 6)) + hex::dataLine(0x10, QByteArray()) +
+                   hex::line(0x7F, 0x1234, bytesOf(3, 8)) + hex::dataLine(0x20, bytesOf(1, 9));
     }
-}
 
-void TestHexParserWrite::roundTrip_data() {
-    QTest::addColumn<QByteArray>("text");
+    void roundTrip() {
+        QFETCH(QByteArray, text);
+        HexParser first;
+        QVERIFY(first.loadHexData(text, sf::parser::PhantomEvery4));
+        const QByteArray plain = written(first, false, 16);
+        QVERIFY(hex::allChecksumsValid(plain));
 
-    QTest::newRow("settings image")
-        << hex::metaLine(0xC0, "KX3.06") + hex::metaLine(0xC1, "KX3p06") +
-               hex::metaLine(0xC2, QByteArray("Korvex\0", 7)) + hex::extLine(1) +
-               hex::dataLine(0xE000, bytesOf(16, 1)) + hex::dataLine(0xE010, bytesOf(16, 2));
-    QTest::newRow("several segments and long records")
-        << hex::dataLine(0x0000, bytesOf(255, 3)) + hex::extLine(3) +
-               hex::dataLine(0x0000, bytesOf(200, 4)) + hex::extLine(0) +
-               hex::dataLine(0x8000, bytesOf(7, 5)) + hex::eofLine();
-    QTest::newRow("other types and empty data records")
-        << hex::line(0x03, 0, bytesOf(4, 6)) + hex::dataLine(0x10, QByteArray()) +
-               hex::line(0x7F, 0x1234, bytesOf(3, 8)) + hex::dataLine(0x20, bytesOf(1, 9));
-}
+        HexParser second;
+        QVERIFY(second.loadHexData(plain, sf::parser::PhantomEvery4));
+        QCOMPARE(hex::dump(second.records()), hex::dump(first.records()));
+        QCOMPARE(second.getEnqString(), first.getEnqString());
+        QCOMPARE(written(second, false, 16), plain);
 
-void TestHexParserWrite::roundTrip() {
-    QFETCH(QByteArray, text);
-    HexParser first;
-    QVERIFY(first.loadHexData(text, sf::parser::PhantomEvery4));
-    const QByteArray plain = written(first, false, 16);
-    QVERIFY(hex::allChecksumsValid(plain));
-
-    HexParser second;
-    QVERIFY(second.loadHexData(plain, sf::parser::PhantomEvery4));
-    QCOMPARE(hex::dump(second.records()), hex::dump(first.records()));
-    QCOMPARE(second.getEnqString(), first.getEnqString());
-    QCOMPARE(written(second, false, 16), plain);
-
-    // Reformatting keeps every data byte at its address.
-    const QByteArray reformatted = written(first, true, 16);
-    QVERIFY(hex::allChecksumsValid(reformatted));
-    HexParser third;
-    QVERIFY(third.loadHexData(reformatted, sf::parser::PhantomEvery4));
-    std::map<quint64, quint8> bytes = hex::byteMap(third.records());
-    for (const auto& b : hex::byteMap(first.records())) {
-        QCOMPARE(bytes[b.first], b.second);
-        bytes.erase(b.first);
+        // Reformatting keeps every data byte at its address.
+        const QByteArray reformatted = written(first, true, 16);
+        QVERIFY(hex::allChecksumsValid(reformatted));
+        HexParser third;
+        QVERIFY(third.loadHexData(reformatted, sf::parser::PhantomEvery4));
+        std::map<quint64, quint8> bytes = hex::byteMap(third.records());
+        for (const auto& b : hex::byteMap(first.records())) {
+            QCOMPARE(bytes[b.first], b.second);
+            bytes.erase(b.first);
+        }
+        for (const auto& b : bytes) {
+            QCOMPARE(b.second, quint8(0)); // only gap filling is new
+        }
     }
-    for (const auto& b : bytes) {
-        QCOMPARE(b.second, quint8(0)); // only gap filling is new
+
+    void writeFileReplacesTheFile() {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("setup.hex"));
+        QVERIFY(writeAll(path, hex::text(QStringLiteral("X0001 DE000:0102"))));
+        const QFile::Permissions permissions =
+            QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
+        QVERIFY(QFile::setPermissions(path, permissions));
+
+        HexParser parser;
+        QVERIFY(parser.loadHex(path, sf::parser::PhantomNone, QIODevice::ReadWrite));
+        QVERIFY(parser.addToFile(hex::records(QStringLiteral("X0001 DE001:FF"))));
+        parser.setFwVersion(QStringLiteral("KX3.06"));
+        QVERIFY(parser.writeFile(true, 16));
+        QCOMPARE(readAll(path), hex::metaLine(0xC0, "KX3.06") +
+                                    hex::text(QStringLiteral("X0001 DE000:01FF")) + hex::eofLine());
+        QCOMPARE(QFile::permissions(path) &
+                     ~QFile::Permissions(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser),
+                 permissions);
+
+        // The parser stays usable on the new file.
+        QVERIFY(parser.isOpen());
+        QVERIFY(parser.addToFile(hex::records(QStringLiteral("X0001 DE000:EE"))));
+        QVERIFY(parser.writeFile(false, 16));
+        HexParser reread;
+        QVERIFY(reread.loadHex(path, sf::parser::PhantomNone, QIODevice::ReadOnly));
+        QCOMPARE(hex::dump(reread.records()),
+                 QStringLiteral("X0001 X0001 DE001:FF X0001 DE000:EE"));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("setup.hex")});
+
+        HexParser inMemory;
+        QVERIFY(inMemory.loadHexData(hex::dataLine(0, "x"), sf::parser::PhantomNone));
+        QVERIFY(!inMemory.writeFile(false, 16)); // no file to save to
     }
-}
 
-void TestHexParserWrite::writeFileReplacesTheFile() {
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("setup.hex"));
-    QVERIFY(writeAll(path, hex::text(QStringLiteral("X0001 DE000:0102"))));
-    const QFile::Permissions permissions =
-        QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
-    QVERIFY(QFile::setPermissions(path, permissions));
-
-    HexParser parser;
-    QVERIFY(parser.loadHex(path, sf::parser::PhantomNone, QIODevice::ReadWrite));
-    QVERIFY(parser.addToFile(hex::records(QStringLiteral("X0001 DE001:FF"))));
-    parser.setFwVersion(QStringLiteral("KX3.06"));
-    QVERIFY(parser.writeFile(true, 16));
-    QCOMPARE(readAll(path), hex::metaLine(0xC0, "KX3.06") +
-                                hex::text(QStringLiteral("X0001 DE000:01FF")) + hex::eofLine());
-    QCOMPARE(QFile::permissions(path) &
-                 ~QFile::Permissions(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser),
-             permissions);
-
-    // The parser stays usable on the new file.
-    QVERIFY(parser.isOpen());
-    QVERIFY(parser.addToFile(hex::records(QStringLiteral("X0001 DE000:EE"))));
-    QVERIFY(parser.writeFile(false, 16));
-    HexParser reread;
-    QVERIFY(reread.loadHex(path, sf::parser::PhantomNone, QIODevice::ReadOnly));
-    QCOMPARE(hex::dump(reread.records()), QStringLiteral("X0001 X0001 DE001:FF X0001 DE000:EE"));
-    QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("setup.hex")});
-
-    HexParser inMemory;
-    QVERIFY(inMemory.loadHexData(hex::dataLine(0, "x"), sf::parser::PhantomNone));
-    QVERIFY(!inMemory.writeFile(false, 16)); // no file to save to
-}
-
-void TestHexParserWrite::failedWriteLeavesTheOldFile_data() {
-    QTest::addColumn<QString>("how");
-    QTest::newRow("bad line length") << "line length";
-    QTest::newRow("nothing to reformat") << "empty";
-    QTest::newRow("loaded read-only") << "read only";
-    QTest::newRow("folder gone") << "folder gone";
-}
-
-void TestHexParserWrite::failedWriteLeavesTheOldFile() {
-    QFETCH(QString, how);
-    QTemporaryDir dir;
-    const QString folder = dir.filePath(QStringLiteral("setups"));
-    QVERIFY(QDir().mkpath(folder));
-    const QString path = folder + QStringLiteral("/setup.hex");
-    const QByteArray old = hex::metaLine(0xC0, "old") + hex::dataLine(0x10, "ab") + hex::eofLine();
-    QVERIFY(writeAll(path, old));
-
-    HexParser parser;
-    const bool readOnly = how == QLatin1String("read only");
-    QVERIFY(parser.loadHex(path, sf::parser::PhantomNone,
-                           readOnly ? QIODevice::ReadOnly : QIODevice::ReadWrite));
-    parser.setFwVersion(QStringLiteral("new"));
-    bool ok = true;
-    if (how == QLatin1String("line length")) {
-        ok = parser.writeFile(true, 0);
-    } else if (how == QLatin1String("empty")) {
-        QVERIFY(parser.replaceFileContents(sf::parser::RecordList()));
-        ok = parser.writeFile(true, 16);
-    } else if (readOnly) {
-        ok = parser.writeFile(false, 16);
-    } else {
-        const QString moved = dir.filePath(QStringLiteral("moved"));
-        QVERIFY(QDir().rename(folder, moved));
-        ok = parser.writeFile(false, 16);
-        QVERIFY(QDir().rename(moved, folder));
+    void failedWriteLeavesTheOldFile_data() {
+        QTest::addColumn<QString>("how");
+        QTest::newRow("bad line length") << "line length";
+        QTest::newRow("loaded read-only") << "read only";
+        QTest::newRow("folder gone") << "folder gone";
     }
-    QVERIFY(!ok);
-    QCOMPARE(readAll(path), old);
-    QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{QStringLiteral("setup.hex")});
-}
 
-void TestHexParserWrite::copyToFile_data() {
-    QTest::addColumn<QString>("records");
-    QTest::addColumn<uint>("from");
-    QTest::addColumn<uint>("to");
-    QTest::addColumn<QString>("expected"); // null: refused
+    void failedWriteLeavesTheOldFile() {
+        QFETCH(QString, how);
+        QTemporaryDir dir;
+        const QString folder = dir.filePath(QStringLiteral("setups"));
+        QVERIFY(QDir().mkpath(folder));
+        const QString path = folder + QStringLiteral("/setup.hex");
+        const QByteArray old =
+            hex::metaLine(0xC0, "old") + hex::dataLine(0x10, "ab") + hex::eofLine();
+        QVERIFY(writeAll(path, old));
 
-    const QString image = QStringLiteral("X0001 DE000:0102 DE010:03 X0002 D0000:04");
-    // clang-format off
-    QTest::newRow("one segment")      << image << 0x1E000u << 0x1E011u << "X0001 DE000:0102 DE010:03";
-    QTest::newRow("second segment")   << image << 0x20000u << 0x30000u << "X0002 D0000:04";
-    QTest::newRow("record crossing the end is cut and ends the copy")
-        << "DE000:01020304 DE010:05" << 0xE000u << 0xE002u << "DE000:0102";
-    QTest::newRow("record starting before the range left out") << "DDFFF:0102 DE001:03" << 0xE000u << 0xF000u << "DE001:03";
-    QTest::newRow("repeated upper part written once") << "X0001 DE000:01 X0001 DE001:02" << 0u << 0xFFFFFFFFu
-        << "X0001 DE000:01 DE001:02";
-    QTest::newRow("other records left out") << "T03@0000:00001234 D0010:01 F" << 0u << 0x100u << "D0010:01";
-    QTest::newRow("empty range refused")    << image << 0x1E000u << 0x1E000u << QString();
-    QTest::newRow("reversed range refused") << image << 0x1E001u << 0x1E000u << QString();
-    // clang-format on
-}
-
-void TestHexParserWrite::copyToFile() {
-    QFETCH(QString, records);
-    QFETCH(uint, from);
-    QFETCH(uint, to);
-    QFETCH(QString, expected);
-
-    HexParser parser;
-    QVERIFY(parser.loadHexData(QByteArray(), sf::parser::PhantomNone));
-    QVERIFY(parser.replaceFileContents(hex::records(records)));
-    parser.setKxsVersion(QStringLiteral("KX3p06"));
-    for (int flags = 0; flags < 4; ++flags) {
-        const bool withMetadata = flags & 1;
-        const bool withEof = flags & 2;
-        QBuffer out;
-        out.open(QIODevice::WriteOnly);
-        QCOMPARE(parser.copyToFile(&out, from, to, withMetadata, withEof), !expected.isNull());
-        const QByteArray want =
-            expected.isNull() ? QByteArray()
-                              : (withMetadata ? hex::metaLine(0xC1, "KX3p06") : QByteArray()) +
-                                    hex::text(expected) + (withEof ? hex::eofLine() : QByteArray());
-        QCOMPARE(out.data(), want);
+        HexParser parser;
+        const bool readOnly = how == QLatin1String("read only");
+        QVERIFY(parser.loadHex(path, sf::parser::PhantomNone,
+                               readOnly ? QIODevice::ReadOnly : QIODevice::ReadWrite));
+        parser.setFwVersion(QStringLiteral("new"));
+        bool ok = true;
+        if (how == QLatin1String("line length")) {
+            ok = parser.writeFile(true, 0);
+        } else if (readOnly) {
+            ok = parser.writeFile(false, 16);
+        } else {
+            const QString moved = dir.filePath(QStringLiteral("moved"));
+            QVERIFY(QDir().rename(folder, moved));
+            ok = parser.writeFile(false, 16);
+            QVERIFY(QDir().rename(moved, folder));
+        }
+        QVERIFY(!ok);
+        QCOMPARE(readAll(path), old);
+        QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{QStringLiteral("setup.hex")});
     }
-    QBuffer readOnly;
-    readOnly.open(QIODevice::ReadOnly);
-    QVERIFY(!parser.copyToFile(&readOnly, 0, 0xFFFFFFFF, true, true));
-    QVERIFY(!parser.copyToFile(nullptr, 0, 0xFFFFFFFF, true, true));
-}
+
+    void copyToFile_data() {
+        QTest::addColumn<QString>("records");
+        QTest::addColumn<uint>("from");
+        QTest::addColumn<uint>("to");
+        QTest::addColumn<QString>("expected"); // null: refused
+
+        const QString image = QStringLiteral("X0001 DE000:0102 DE010:03 X0002 D0000:04");
+        // clang-format off
+        QTest::newRow("one segment")      << image << 0x1E000u << 0x1E011u << "X0001 DE000:0102 DE010:03";
+        QTest::newRow("second segment")   << image << 0x20000u << 0x30000u << "X0002 D0000:04";
+        QTest::newRow("record crossing the end is cut and ends the copy")
+            << "DE000:01020304 DE010:05" << 0xE000u << 0xE002u << "DE000:0102";
+        QTest::newRow("record starting before the range left out") << "DDFFF:0102 DE001:03" << 0xE000u << 0xF000u << "DE001:03";
+        QTest::newRow("repeated upper part written once") << "X0001 DE000:01 X0001 DE001:02" << 0u << 0xFFFFFFFFu
+            << "X0001 DE000:01 DE001:02";
+        QTest::newRow("other records left out") << "T03@0000:00001234 D0010:01 F" << 0u << 0x100u << "D0010:01";
+        QTest::newRow("empty range refused")    << image << 0x1E000u << 0x1E000u << QString();
+        QTest::newRow("reversed range refused") << image << 0x1E001u << 0x1E000u << QString();
+        // clang-format on
+    }
+
+    void copyToFile() {
+        QFETCH(QString, records);
+        QFETCH(uint, from);
+        QFETCH(uint, to);
+        QFETCH(QString, expected);
+
+        HexParser parser;
+        QVERIFY(parser.loadHexData(QByteArray(), sf::parser::PhantomNone));
+        QVERIFY(parser.replaceFileContents(hex::records(records)));
+        parser.setKxsVersion(QStringLiteral("KX3p06"));
+        for (int flags = 0; flags < 4; ++flags) {
+            const bool withMetadata = flags & 1;
+            const bool withEof = flags & 2;
+            QBuffer out;
+            out.open(QIODevice::WriteOnly);
+            QCOMPARE(parser.copyToFile(&out, from, to, withMetadata, withEof), !expected.isNull());
+            const QByteArray want =
+                expected.isNull()
+                    ? QByteArray()
+                    : (withMetadata ? hex::metaLine(0xC1, "KX3p06") : QByteArray()) +
+                          hex::text(expected) + (withEof ? hex::eofLine() : QByteArray());
+            QCOMPARE(out.data(), want);
+        }
+        QBuffer readOnly;
+        readOnly.open(QIODevice::ReadOnly);
+        QVERIFY(!parser.copyToFile(&readOnly, 0, 0xFFFFFFFF, true, true));
+        QVERIFY(!parser.copyToFile(nullptr, 0, 0xFFFFFFFF, true, true));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestHexParserWrite)
 #include "tst_hexparser_write.moc"

@@ -98,7 +98,6 @@ private slots:
             l.dataOffset = 0xFFFFFFFF;
             l.dataSize = static_cast<quint32>(size) + 2;
         }) << false;
-        QTest::newRow("truncated after the names table") << good.toBytes().left(dataStart) << false;
     }
 
     void open() {
@@ -153,7 +152,6 @@ private slots:
     void version_data() {
         QTest::addColumn<QByteArray>("field");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("short, terminated") << QByteArray("KX4.02") << QStringLiteral("KX4.02");
         QTest::newRow("16 bytes, no terminator")
             << QByteArray("ABCDEFGHIJKLMNOP") << QStringLiteral("ABCDEFGHIJKLMNOP");
         QTest::newRow("stops at first zero") << QByteArray("AB\0CD", 5) << QStringLiteral("AB");
@@ -177,20 +175,14 @@ private slots:
 
         QTest::newRow("setting") << 1 << QStringLiteral("BattCap")
                                  << QByteArray::fromHex("200000000200000071") + QByteArray();
-        QTest::newRow("integer 1 byte") << 2 << QStringLiteral("U8") << QByteArray::fromHex("ff");
         QTest::newRow("integer 8 bytes")
             << 2 << QStringLiteral("U64") << QByteArray::fromHex("8877665544332211");
-        QTest::newRow("string") << 3 << QStringLiteral("Str") << QByteArray("a,\"b\"\\c");
         QTest::newRow("string with zero bytes")
             << 3 << QStringLiteral("Zs") << QByteArray("a\0b\0", 4);
         QTest::newRow("empty string") << 3 << QStringLiteral("Empty") << QByteArray();
         QTest::newRow("category") << 4 << QStringLiteral("Batt")
                                   << QByteArray("\x07\x03"
                                                 "BatteryPre");
-        QTest::newRow("category without preset") << 4 << QStringLiteral("Disp")
-                                                 << QByteArray("\x07\x00"
-                                                               "Display",
-                                                               9);
         QTest::newRow("244-byte name") << 3 << QString(244, QLatin1Char('n')) << QByteArray("long");
     }
 
@@ -219,13 +211,6 @@ private slots:
         // The cursor now points at "After", the next string.
         QVERIFY(p.getNext(&e, &d, 3));
         QCOMPARE(kxs::entryName(e), QStringLiteral("After"));
-
-        // The same entry is reached by iterating its type from the start.
-        p.reset();
-        QVERIFY(p.getNext(&e, &d, static_cast<quint8>(type)));
-        QVERIFY(p.getNext(&e, &d, static_cast<quint8>(type)));
-        QCOMPARE(kxs::entryName(e), name);
-        QCOMPARE(blockOf(e, d), block);
     }
 
     void nameMatching_data() {
@@ -340,25 +325,6 @@ private slots:
         QVERIFY(!p.getEntry(&e, &d, QStringLiteral("Ghost"), 0));
     }
 
-    void lengthZeroLeavesCursor() {
-        RawLayout l;
-        l.names =
-            rawEntry(1, 0, 8, z("S")) + rawEntry(0, 1, 0, 8, z("Zero")) + rawEntry(1, 0, 8, z("T"));
-        l.data = le32(1) + le32(1);
-        KxsParser p;
-        QVERIFY(p.openKxsData(l.toBytes()));
-        QVERIFY(p.getNext(&e, &d, 1));
-        const quint32 cursor = p.getOffset();
-        QCOMPARE(cursor, 40u + 12u);
-        QVERIFY(!p.getNext(&e, &d, 1));
-        QCOMPARE(p.getOffset(), cursor);
-        QCOMPARE(kxs::entryName(e), QStringLiteral("S")); // outputs untouched on failure
-        QVERIFY(!p.hasNext(1));
-        // The name lookup stops there too, without finding what lies behind.
-        QVERIFY(!p.getEntry(&e, &d, QStringLiteral("T"), 1));
-        QCOMPARE(p.getOffset(), cursor);
-    }
-
     void damagedEntries_data() {
         // The entry under test comes first, then a good setting "GOOD".
         QTest::addColumn<QByteArray>("first");
@@ -404,9 +370,12 @@ private slots:
         QCOMPARE(p.hasNext(1), hasNextSetting);
         const quint32 start = p.getOffset();
         const bool fails = nextSetting == QLatin1String("-");
+        e = nullptr;
+        d = nullptr;
         QCOMPARE(p.getNext(&e, &d, 1), !fails);
-        if (fails) {
+        if (fails) { // cursor and outputs untouched
             QCOMPARE(p.getOffset(), start);
+            QVERIFY(!e && !d);
         } else {
             QCOMPARE(kxs::entryName(e), nextSetting);
             QVERIFY(d >= bytes.constData());
@@ -415,6 +384,9 @@ private slots:
         p.reset();
         const bool good = p.getEntry(&e, &d, QStringLiteral("GOOD"), 1);
         QCOMPARE(good, goodFound);
+        if (!good) { // the lookup stops at the damaged entry without moving
+            QCOMPARE(p.getOffset(), start);
+        }
         if (good && kxs::entryNameFieldSize(e) > 0) {
             QCOMPARE(blockOf(e, d), le32(0x20) + le32(2));
         }
@@ -455,23 +427,6 @@ private slots:
         QVERIFY(!p.isOpen());
         QCOMPARE(p.getOffset(), 77u); // close keeps the cursor
         QVERIFY(!p.getNext(&e, &d, 1));
-    }
-
-    void stringListWalk() {
-        const QByteArray bytes = testsupport::compileLayout(QStringLiteral(
-            "setting S 1 1 = num\nstrings Modes \"Off\" \"On\" \"Auto\"\nstring Other \"x\"\n"));
-        QVERIFY(!bytes.isEmpty());
-        KxsParser p;
-        QVERIFY(p.openKxsData(bytes));
-        QStringList texts;
-        QVERIFY(p.getEntry(&e, &d, QStringLiteral("Modes"), 3));
-        texts << kxs::readStringData(e, d);
-        while (texts.size() < 4 && p.hasNext(3) && p.getNext(&e, &d, 3)) {
-            texts << kxs::readStringData(e, d);
-        }
-        // The list's count constant lies between "Auto" and "Other" and is skipped.
-        QCOMPARE(texts, QStringList({QStringLiteral("Off"), QStringLiteral("On"),
-                                     QStringLiteral("Auto"), QStringLiteral("x")}));
     }
 
     void missingArguments() {

@@ -69,8 +69,6 @@ private slots:
     void helpIdentifiers();
     void mergeIdentifiers_data();
     void mergeIdentifiers();
-    void helpTexts_data() { addGenerationRows(); }
-    void helpTexts();
     void saveRoundTrips_data() { addGenerationRows(); }
     void saveRoundTrips();
 };
@@ -112,7 +110,6 @@ void TestSampleData::firmwareOpensClean() {
 
     const QJsonArray settings = dump.value(QStringLiteral("settings")).toArray();
     QCOMPARE(settings.size(), generation.settings);
-    QVERIFY(settings.size() >= 150);
     QSet<QString> kinds;
     int hidden = 0;
     int disabled = 0;
@@ -178,11 +175,12 @@ void TestSampleData::memoryMap() {
 
 // The first preset of a setting carries the plain help identifier, every further preset
 // the same followed by a point and its preset character; only presets end in a digit or
-// in A or B.
+// in A or B. The manager finds a help text for every help identifier: settings, bits and
+// category headings.
 void TestSampleData::helpIdentifiers() {
     QFETCH(Generation, generation);
-    const QJsonArray settings =
-        jsonOf(dumpJson(firmwarePath(generation))).value(QStringLiteral("settings")).toArray();
+    const QJsonObject dump = jsonOf(dumpJson(firmwarePath(generation)));
+    const QJsonArray settings = dump.value(QStringLiteral("settings")).toArray();
     QVERIFY(!settings.isEmpty());
     QHash<QString, QString> firstWsi; // base code name -> WSI of preset 0
     QSet<QString> wsis;
@@ -212,6 +210,20 @@ void TestSampleData::helpIdentifiers() {
         QVERIFY2(firstWsi.contains(base), qPrintable(code));
         QCOMPARE(wsi, firstWsi.value(base) + presetSuffix(s));
     }
+
+    QFile file(helpPath(generation.fw));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    sf::SettingManager manager;
+    const int count = manager.parseTooltips(QString::fromUtf8(file.readAll()));
+    for (const QJsonValue& value : dump.value(QStringLiteral("categories")).toArray()) {
+        wsis.insert(value.toObject().value(QStringLiteral("label")).toString() +
+                    sf::SettingManager::CATEGORY_WSI_SUFFIX);
+    }
+    wsis << QStringLiteral("Cruise@30008") << QStringLiteral("Walk@30008");
+    for (const QString& wsi : wsis) {
+        QVERIFY2(!manager.getTooltip(wsi).isEmpty(), qPrintable(wsi));
+    }
+    QCOMPARE(count, wsis.size());
 }
 
 void TestSampleData::mergeIdentifiers_data() {
@@ -225,8 +237,6 @@ void TestSampleData::mergeIdentifiers_data() {
     const QStringList energy4{QStringLiteral("LifeWh@31016"), QStringLiteral("LifeWh@31016.B")};
     QTest::newRow("v306 has the lifetime charge")
         << QStringLiteral("v306") << battery + charge << energy3 + energy4;
-    QTest::newRow("3.12 has the lifetime charge")
-        << QStringLiteral("3.12") << battery + charge << energy3 + energy4;
     QTest::newRow("3.20 has energy 31011")
         << QStringLiteral("3.20") << battery + energy3 << charge + energy4;
     QTest::newRow("4.01 has energy 31016")
@@ -268,62 +278,24 @@ void TestSampleData::mergeIdentifiers() {
     }
 }
 
-// The manager finds a help text for every help identifier: settings, bits and category
-// headings.
-void TestSampleData::helpTexts() {
-    QFETCH(Generation, generation);
-    QFile file(helpPath(generation.fw));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    sf::SettingManager manager;
-    const int count = manager.parseTooltips(QString::fromUtf8(file.readAll()));
-    const QJsonObject dump = jsonOf(dumpJson(firmwarePath(generation)));
-    QStringList wanted;
-    for (const QJsonValue& value : dump.value(QStringLiteral("settings")).toArray()) {
-        const QString wsi = value.toObject().value(QStringLiteral("wsi")).toString();
-        if (!wsi.isEmpty()) {
-            wanted << wsi;
-        }
-    }
-    for (const QJsonValue& value : dump.value(QStringLiteral("categories")).toArray()) {
-        wanted << value.toObject().value(QStringLiteral("label")).toString() +
-                      sf::SettingManager::CATEGORY_WSI_SUFFIX;
-    }
-    wanted << QStringLiteral("Cruise@30008") << QStringLiteral("Walk@30008");
-    for (const QString& wsi : wanted) {
-        QVERIFY2(!manager.getTooltip(wsi).isEmpty(), qPrintable(wsi));
-    }
-    QCOMPARE(count, wanted.size());
-}
-
-// A firmware file saved without changes holds the same setting bytes; saving that file
-// again gives the same file byte for byte; the saved file holds only the settings.
+// A firmware file saved without changes holds the same setting bytes and only the settings
+// (saving again byte for byte the same is checked with the set command's tests).
 void TestSampleData::saveRoundTrips() {
     QFETCH(Generation, generation);
     QTemporaryDir tmp;
     QVERIFY(tmp.isValid());
-    const QString first = tmp.filePath(QStringLiteral("first.hex"));
-    const QString second = tmp.filePath(QStringLiteral("second.hex"));
-    const QStringList unchanged{QStringLiteral("SpdUnits=km/h")};
-    CliResult run = runCli(QStringList{QStringLiteral("-C"), runtimeDir(), QStringLiteral("set"),
-                                       firmwarePath(generation), QStringLiteral("-o"), first} +
-                           unchanged);
+    const QString saved = tmp.filePath(QStringLiteral("saved.hex"));
+    const CliResult run =
+        runCli({QStringLiteral("-C"), runtimeDir(), QStringLiteral("set"), firmwarePath(generation),
+                QStringLiteral("-o"), saved, QStringLiteral("SpdUnits=km/h")});
     QCOMPARE(run.exitCode, 0);
     QVERIFY2(run.out.isEmpty(), qPrintable(run.out));
-    run = runCli(QStringList{QStringLiteral("-C"), runtimeDir(), QStringLiteral("set"), first,
-                             QStringLiteral("-o"), second} +
-                 unchanged);
-    QCOMPARE(run.exitCode, 0);
-
-    QFile a(first);
-    QFile b(second);
-    QVERIFY(a.open(QIODevice::ReadOnly) && b.open(QIODevice::ReadOnly));
-    QCOMPARE(b.readAll(), a.readAll());
 
     const QList<Span> spans = layoutSpans(layoutPath(generation.kxs), generation.processor);
-    QCOMPARE(settingBytes(first, spans, generation.processor),
+    QCOMPARE(settingBytes(saved, spans, generation.processor),
              settingBytes(firmwarePath(generation), spans, generation.processor));
     QMap<quint64, quint8> image;
-    QVERIFY(imageBytes(first, &image));
+    QVERIFY(imageBytes(saved, &image));
     quint64 low = ~quint64(0);
     quint64 high = 0;
     for (const Span& s : spans) {

@@ -55,230 +55,6 @@ void addReferencedSettings(FakeSettingHost& host, int mode) {
                hexBytes("00 05"));
 }
 
-} // namespace
-
-class TestSetting : public QObject {
-    Q_OBJECT
-private slots:
-    void presetFromCodeName_data();
-    void presetFromCodeName();
-    void failedConstructionRefuses_data();
-    void failedConstructionRefuses();
-    void multiAndExpandableFlags();
-    void referenceCountNeverBelowZero();
-    void dependentsAreUnique();
-    void bytes();
-    void convertEndianReverses_data();
-    void convertEndianReverses();
-    void fieldLookup_data();
-    void fieldLookup();
-    void allFieldsAgreeWithLookup();
-    void fieldEvaluation_data();
-    void fieldEvaluation();
-    void fieldEvaluationProblems_data();
-    void fieldEvaluationProblems();
-    void purifyStringToken_data();
-    void purifyStringToken();
-    void purifyStringTerminals_data();
-    void purifyStringTerminals();
-    void stringFieldIsPurifiedOnce();
-    void preprocessNumericInput_data();
-    void preprocessNumericInput();
-    void processedLine();
-    void resolveReferences_data();
-    void resolveReferences();
-    void resolverRegistersDependents();
-    void destroyedDependentsDropOut();
-    void selfReferenceDoesNotRecurse();
-};
-
-void TestSetting::presetFromCodeName_data() {
-    QTest::addColumn<QString>("codeName");
-    QTest::addColumn<int>("preset");
-    QTest::addColumn<QString>("baseName");
-    QTest::newRow("digit 1 is preset 0") << "Cells1" << 0 << "Cells";
-    QTest::newRow("digit 2 is preset 1") << "Cells2" << 1 << "Cells";
-    QTest::newRow("digit 9 is preset 8") << "Cells9" << 8 << "Cells";
-    QTest::newRow("digit 0 gives -1") << "Cells0" << -1 << "Cells";
-    QTest::newRow("letter A is preset 0") << "ModeA" << 0 << "Mode";
-    QTest::newRow("letter B is preset 1") << "ModeB" << 1 << "Mode";
-    QTest::newRow("letter C is no preset") << "ModeC" << 0 << "ModeC";
-    QTest::newRow("lower-case b is no preset") << "Modeb" << 0 << "Modeb";
-    QTest::newRow("single character") << "B" << 1 << "";
-}
-
-void TestSetting::presetFromCodeName() {
-    QFETCH(QString, codeName);
-    QFETCH(int, preset);
-    QFETCH(QString, baseName);
-    FakeSettingHost host;
-    ProbeSetting s(codeName, QStringLiteral("x, y"), &host);
-    QCOMPARE(s.getType(), TypeUninit);
-    QCOMPARE(s.getPreset(), preset);
-    QCOMPARE(s.getBaseCodeName(), baseName);
-    QCOMPARE(s.getCodeName(), codeName);
-}
-
-void TestSetting::failedConstructionRefuses_data() {
-    QTest::addColumn<QString>("codeName");
-    QTest::addColumn<bool>("withTokens");
-    QTest::addColumn<bool>("withHost");
-    QTest::newRow("empty code name") << "" << true << true;
-    QTest::newRow("no tokens") << "Cells2" << false << true;
-    QTest::newRow("no host") << "Cells2" << true << false;
-}
-
-void TestSetting::failedConstructionRefuses() {
-    QFETCH(QString, codeName);
-    QFETCH(bool, withTokens);
-    QFETCH(bool, withHost);
-    FakeSettingHost host;
-    auto tokens =
-        withTokens
-            ? std::make_unique<TokenList>(FakeSettingHost::tokenize(QStringLiteral("num, a")))
-            : nullptr;
-    NumSetting s(codeName, std::move(tokens), withHost ? &host : nullptr);
-    QCOMPARE(s.getType(), TypeNone);
-    QCOMPARE(s.getPreset(), 0);
-    QVERIFY(!s.getTokenList());
-    QVERIFY(!s.getParent());
-    QVERIFY(!s.getRawData());
-    QVERIFY(!s.setInputOrder(NumSetting::INPUT_ORDER));
-    QVERIFY(!s.writeRawData("\x01\x02"));
-    char out[2] = {};
-    QVERIFY(!s.convertEndian("\x01\x02", out));
-    QVERIFY(!s.getData(RoleRaw).isValid());
-    TokenList field;
-    QVERIFY(!s.getSettingInput(InputType, &field));
-}
-
-void TestSetting::multiAndExpandableFlags() {
-    FakeSettingHost host;
-    ProbeSetting plain(QStringLiteral("P1"), QStringLiteral("x"), &host);
-    plain.setMulti(true);
-    plain.setExpandable(true);
-    QVERIFY(!plain.isMulti());
-    QVERIFY(!plain.isExpandable());
-
-    Setting* bits = host.build(QStringLiteral("B1"), QStringLiteral("bool, 8, {\"a\"}"));
-    QVERIFY(bits && bits->isMulti() && !bits->isExpandable());
-    bits->setExpandable(true);
-    QVERIFY(!bits->isExpandable());
-    bits->setMulti(false);
-    QVERIFY(!bits->isMulti());
-
-    Setting* group = host.build(QStringLiteral("G1"), QStringLiteral("checkbool[8], {\"a\"}"));
-    QVERIFY(group && group->isMulti() && group->isExpandable());
-    group->setExpandable(false);
-    QVERIFY(!group->isExpandable());
-    group->setExpandable(true);
-    QVERIFY(group->isExpandable());
-
-    Setting* number = host.build(QStringLiteral("N1"), QStringLiteral("num, W, u8"));
-    QVERIFY(number && !number->isMulti());
-}
-
-void TestSetting::referenceCountNeverBelowZero() {
-    FakeSettingHost host;
-    ProbeSetting s(QStringLiteral("P1"), QStringLiteral("x"), &host);
-    QCOMPARE(s.getReferenceCount(), 0);
-    QCOMPARE(s.dereference(), 0);
-    QCOMPARE(s.addReference(), 1);
-    QCOMPARE(s.addReference(), 2);
-    QCOMPARE(s.dereference(), 1);
-    QCOMPARE(s.dereference(), 0);
-    QCOMPARE(s.dereference(), 0);
-    QCOMPARE(s.getReferenceCount(), 0);
-}
-
-void TestSetting::dependentsAreUnique() {
-    FakeSettingHost host;
-    ProbeSetting a(QStringLiteral("A1"), QStringLiteral("x"), &host);
-    ProbeSetting b(QStringLiteral("B1"), QStringLiteral("x"), &host);
-    QVERIFY(!a.addDependent(nullptr));
-    QVERIFY(a.addDependent(&b));
-    QVERIFY(!a.addDependent(&b));
-    QCOMPARE(a.getDependents(), QList<Setting*>{&b});
-}
-
-void TestSetting::bytes() {
-    FakeSettingHost host;
-    ProbeSetting s(QStringLiteral("P1"), QStringLiteral("x"), &host);
-    QVERIFY(!s.initializeDataPointer()); // sizes still 0
-    s.setSizeBits(24);
-    QVERIFY(!s.initializeDataPointer()); // size in bytes still 0
-    s.setSizeBytes(3);
-    QVERIFY(s.initializeDataPointer());
-    QCOMPARE(s.getBytes(), QByteArray(3, '\0'));
-    QVERIFY(!s.writeRawData(nullptr));
-    QVERIFY(s.writeRawData("\x12\x34\x56\x78"));
-    QCOMPARE(s.getBytes(), hexBytes("12 34 56")); // exactly the size in bytes
-    QCOMPARE(s.getData(RoleRaw).toInt(), 0x12);   // base: the first byte
-    QVERIFY(!s.getData(RoleDisplay).isValid());
-}
-
-void TestSetting::convertEndianReverses_data() {
-    QTest::addColumn<QByteArray>("source");
-    QTest::addColumn<QByteArray>("expected");
-    QTest::newRow("three bytes") << hexBytes("12 34 56") << hexBytes("56 34 12");
-    QTest::newRow("one byte") << hexBytes("AB") << hexBytes("AB");
-    QTest::newRow("four bytes") << hexBytes("01 02 03 04") << hexBytes("04 03 02 01");
-}
-
-void TestSetting::convertEndianReverses() {
-    QFETCH(QByteArray, source);
-    QFETCH(QByteArray, expected);
-    FakeSettingHost host;
-    ProbeSetting s(QStringLiteral("P1"), QStringLiteral("x"), &host);
-    s.setSizeBytes(source.size());
-    QVERIFY(!s.isBigEndian());
-    QByteArray out(source.size(), '\0');
-    QVERIFY(s.convertEndian(source.constData(), out.data()));
-    QCOMPARE(out, expected);
-    QByteArray inPlace = source; // the same buffer on both sides
-    QVERIFY(s.convertEndian(inPlace.constData(), inPlace.data()));
-    QCOMPARE(inPlace, expected);
-    QVERIFY(!s.convertEndian(nullptr, out.data()));
-    QVERIFY(!s.convertEndian(source.constData(), nullptr));
-}
-
-void TestSetting::fieldLookup_data() {
-    QTest::addColumn<QString>("definition");
-    QTest::addColumn<int>("input");
-    QTest::addColumn<int>("offset");
-    QTest::addColumn<QString>("text"); // unevaluated payloads; "-" when the lookup fails
-    QTest::newRow("first field") << "p, a, b" << int(InputType) << 0 << "p";
-    QTest::newRow("second field") << "p, a, b" << int(InputName) << 2 << "a";
-    QTest::newRow("third field") << "p, a, b c" << int(InputUnits) << 4 << "b c";
-    QTest::newRow("braces hide separators") << "p, {x, y}, z" << int(InputUnits) << 8 << "z";
-    QTest::newRow("empty field") << "p, , z" << int(InputName) << 2 << "";
-    QTest::newRow("field beyond the end") << "p, a" << int(InputUnits) << -1 << "-";
-    QTest::newRow("trailing separator gives an empty field")
-        << "p, a," << int(InputUnits) << 4 << "";
-    QTest::newRow("input not in the order") << "p, a, b" << int(InputWsi) << -1 << "-";
-    QTest::newRow("unbalanced open brace") << "p, {x, y, z" << int(InputUnits) << -1 << "-";
-    QTest::newRow("closing brace without opening") << "p, x}, y" << int(InputUnits) << -1 << "-";
-}
-
-void TestSetting::fieldLookup() {
-    QFETCH(QString, definition);
-    QFETCH(int, input);
-    QFETCH(int, offset);
-    QFETCH(QString, text);
-    FakeSettingHost host;
-    ProbeSetting s(QStringLiteral("P1"), definition, &host);
-    QCOMPARE(s.getSettingInputOffset(static_cast<SettingInput>(input)), offset);
-    int begin = -1;
-    int end = -1;
-    const bool found = s.getSettingInputRange(static_cast<SettingInput>(input), &begin, &end);
-    QCOMPARE(found, text != QLatin1String("-"));
-    if (found) {
-        QCOMPARE(joined(s.getTokenList()->mid(begin, end - begin)), text);
-    }
-}
-
-namespace {
-
 // The field at position found by walking to it: separators outside braces count, the
 // walk fails at an End token or a closing brace without an opening one before the
 // field, and the field ends at the next such separator or End (failing at an unmatched
@@ -320,390 +96,527 @@ bool walkToField(const TokenList& tokens, int position, int* begin, int* end) {
 
 } // namespace
 
-// Fields found all at once must be the fields found by walking to each one, whatever the
-// braces, separators and End tokens: random lists of those over fixed seeds.
-void TestSetting::allFieldsAgreeWithLookup() {
-    const parser::TokenType kinds[] = {parser::String, parser::Separator, parser::Separator,
-                                       parser::LCurly, parser::RCurly,    parser::End};
-    for (quint32 seed = 1; seed <= 3000; ++seed) {
-        QRandomGenerator random(seed);
-        TokenList tokens;
-        const int length = random.bounded(14);
-        for (int i = 0; i < length; ++i) {
-            tokens.append(Token(QStringLiteral("t"), kinds[random.bounded(6)]));
+class TestSetting : public QObject {
+    Q_OBJECT
+private slots:
+    void presetFromCodeName_data() {
+        QTest::addColumn<QString>("codeName");
+        QTest::addColumn<int>("preset");
+        QTest::addColumn<QString>("baseName");
+        QTest::newRow("digit 1 is preset 0") << "Cells1" << 0 << "Cells";
+        QTest::newRow("digit 9 is preset 8") << "Cells9" << 8 << "Cells";
+        QTest::newRow("digit 0 gives -1") << "Cells0" << -1 << "Cells";
+        QTest::newRow("letter A is preset 0") << "ModeA" << 0 << "Mode";
+        QTest::newRow("letter B is preset 1") << "ModeB" << 1 << "Mode";
+        QTest::newRow("letter C is no preset") << "ModeC" << 0 << "ModeC";
+        QTest::newRow("lower-case b is no preset") << "Modeb" << 0 << "Modeb";
+        QTest::newRow("single character") << "B" << 1 << "";
+    }
+
+    void presetFromCodeName() {
+        QFETCH(QString, codeName);
+        QFETCH(int, preset);
+        QFETCH(QString, baseName);
+        FakeSettingHost host;
+        ProbeSetting s(codeName, QStringLiteral("x, y"), &host);
+        QCOMPARE(s.getPreset(), preset);
+        QCOMPARE(s.getBaseCodeName(), baseName);
+    }
+
+    void failedConstructionRefuses_data() {
+        QTest::addColumn<QString>("codeName");
+        QTest::addColumn<bool>("withTokens");
+        QTest::addColumn<bool>("withHost");
+        QTest::newRow("empty code name") << "" << true << true;
+        QTest::newRow("no tokens") << "Cells2" << false << true;
+        QTest::newRow("no host") << "Cells2" << true << false;
+    }
+
+    void failedConstructionRefuses() {
+        QFETCH(QString, codeName);
+        QFETCH(bool, withTokens);
+        QFETCH(bool, withHost);
+        FakeSettingHost host;
+        auto tokens =
+            withTokens
+                ? std::make_unique<TokenList>(FakeSettingHost::tokenize(QStringLiteral("num, a")))
+                : nullptr;
+        NumSetting s(codeName, std::move(tokens), withHost ? &host : nullptr);
+        QCOMPARE(s.getType(), TypeNone);
+        QCOMPARE(s.getPreset(), 0);
+        QVERIFY(!s.getTokenList());
+        QVERIFY(!s.getParent());
+        QVERIFY(!s.getRawData());
+        QVERIFY(!s.setInputOrder(NumSetting::INPUT_ORDER));
+        QVERIFY(!s.writeRawData("\x01\x02"));
+        char out[2] = {};
+        QVERIFY(!s.convertEndian("\x01\x02", out));
+        QVERIFY(!s.getData(RoleRaw).isValid());
+        TokenList field;
+        QVERIFY(!s.getSettingInput(InputType, &field));
+    }
+
+    void multiAndExpandableFlags() {
+        FakeSettingHost host;
+        ProbeSetting plain(QStringLiteral("P1"), QStringLiteral("x"), &host);
+        plain.setMulti(true);
+        plain.setExpandable(true);
+        QVERIFY(!plain.isMulti() && !plain.isExpandable());
+        Setting* bits = host.build(QStringLiteral("B1"), QStringLiteral("bool, 8, {\"a\"}"));
+        QVERIFY(bits && bits->isMulti() && !bits->isExpandable());
+        bits->setExpandable(true);
+        QVERIFY(!bits->isExpandable());
+        Setting* group = host.build(QStringLiteral("G1"), QStringLiteral("checkbool[8], {\"a\"}"));
+        QVERIFY(group && group->isMulti() && group->isExpandable());
+        group->setExpandable(false);
+        QVERIFY(!group->isExpandable());
+    }
+
+    // The reference count never goes below zero; dependents are listed once.
+    void referencesAndDependents() {
+        FakeSettingHost host;
+        ProbeSetting a(QStringLiteral("A1"), QStringLiteral("x"), &host);
+        ProbeSetting b(QStringLiteral("B1"), QStringLiteral("x"), &host);
+        QCOMPARE(a.dereference(), 0);
+        QCOMPARE(a.addReference(), 1);
+        QCOMPARE(a.addReference(), 2);
+        QCOMPARE(a.dereference(), 1);
+        QCOMPARE(a.dereference(), 0);
+        QCOMPARE(a.dereference(), 0);
+        QVERIFY(!a.addDependent(nullptr));
+        QVERIFY(a.addDependent(&b));
+        QVERIFY(!a.addDependent(&b));
+        QCOMPARE(a.getDependents(), QList<Setting*>{&b});
+    }
+
+    void bytes() {
+        FakeSettingHost host;
+        ProbeSetting s(QStringLiteral("P1"), QStringLiteral("x"), &host);
+        QVERIFY(!s.initializeDataPointer()); // sizes still 0
+        s.setSizeBits(24);
+        QVERIFY(!s.initializeDataPointer()); // size in bytes still 0
+        s.setSizeBytes(3);
+        QVERIFY(s.initializeDataPointer());
+        QCOMPARE(s.getBytes(), QByteArray(3, '\0'));
+        QVERIFY(!s.writeRawData(nullptr));
+        QVERIFY(s.writeRawData("\x12\x34\x56\x78"));
+        QCOMPARE(s.getBytes(), hexBytes("12 34 56")); // exactly the size in bytes
+        QCOMPARE(s.getData(RoleRaw).toInt(), 0x12);   // base: the first byte
+        QVERIFY(!s.getData(RoleDisplay).isValid());
+    }
+
+    void convertEndianReverses_data() {
+        QTest::addColumn<QByteArray>("source");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::newRow("three bytes") << hexBytes("12 34 56") << hexBytes("56 34 12");
+        QTest::newRow("one byte") << hexBytes("AB") << hexBytes("AB");
+    }
+
+    void convertEndianReverses() {
+        QFETCH(QByteArray, source);
+        QFETCH(QByteArray, expected);
+        FakeSettingHost host;
+        ProbeSetting s(QStringLiteral("P1"), QStringLiteral("x"), &host);
+        s.setSizeBytes(source.size());
+        QVERIFY(!s.isBigEndian());
+        QByteArray out(source.size(), '\0');
+        QVERIFY(s.convertEndian(source.constData(), out.data()));
+        QCOMPARE(out, expected);
+        QByteArray inPlace = source; // the same buffer on both sides
+        QVERIFY(s.convertEndian(inPlace.constData(), inPlace.data()));
+        QCOMPARE(inPlace, expected);
+        QVERIFY(!s.convertEndian(nullptr, out.data()));
+        QVERIFY(!s.convertEndian(source.constData(), nullptr));
+    }
+
+    // Unbalanced braces, empty and trailing fields: see allFieldsAgreeWithLookup.
+    void fieldLookup_data() {
+        QTest::addColumn<QString>("definition");
+        QTest::addColumn<int>("input");
+        QTest::addColumn<int>("offset");
+        QTest::addColumn<QString>("text"); // unevaluated payloads; "-" when the lookup fails
+        QTest::newRow("first field") << "p, a, b" << int(InputType) << 0 << "p";
+        QTest::newRow("third field") << "p, a, b c" << int(InputUnits) << 4 << "b c";
+        QTest::newRow("braces hide separators") << "p, {x, y}, z" << int(InputUnits) << 8 << "z";
+        QTest::newRow("field beyond the end") << "p, a" << int(InputUnits) << -1 << "-";
+        QTest::newRow("input not in the order") << "p, a, b" << int(InputWsi) << -1 << "-";
+    }
+
+    void fieldLookup() {
+        QFETCH(QString, definition);
+        QFETCH(int, input);
+        QFETCH(int, offset);
+        QFETCH(QString, text);
+        FakeSettingHost host;
+        ProbeSetting s(QStringLiteral("P1"), definition, &host);
+        QCOMPARE(s.getSettingInputOffset(static_cast<SettingInput>(input)), offset);
+        int begin = -1;
+        int end = -1;
+        const bool found = s.getSettingInputRange(static_cast<SettingInput>(input), &begin, &end);
+        QCOMPARE(found, text != QLatin1String("-"));
+        if (found) {
+            QCOMPARE(joined(s.getTokenList()->mid(begin, end - begin)), text);
         }
-        FieldEvaluator::Ranges all;
-        FieldEvaluator::locateAll(tokens, &all);
-        for (int position = 0; position <= length + 1; ++position) {
-            int begin = -1;
-            int end = -1;
-            const bool found = walkToField(tokens, position, &begin, &end);
-            QVERIFY2(found == (position < all.size()),
-                     qPrintable(QStringLiteral("seed %1, field %2").arg(seed).arg(position)));
-            if (found) {
-                QCOMPARE(all.at(position).begin, begin);
-                QCOMPARE(all.at(position).end, end);
+    }
+
+    // Fields found all at once must be the fields found by walking to each one, whatever the
+    // braces, separators and End tokens: random lists of those over fixed seeds.
+    void allFieldsAgreeWithLookup() {
+        const parser::TokenType kinds[] = {parser::String, parser::Separator, parser::Separator,
+                                           parser::LCurly, parser::RCurly,    parser::End};
+        for (quint32 seed = 1; seed <= 3000; ++seed) {
+            QRandomGenerator random(seed);
+            TokenList tokens;
+            const int length = random.bounded(14);
+            for (int i = 0; i < length; ++i) {
+                tokens.append(Token(QStringLiteral("t"), kinds[random.bounded(6)]));
+            }
+            FieldEvaluator::Ranges all;
+            FieldEvaluator::locateAll(tokens, &all);
+            for (int position = 0; position <= length + 1; ++position) {
+                int begin = -1;
+                int end = -1;
+                const bool found = walkToField(tokens, position, &begin, &end);
+                QVERIFY2(found == (position < all.size()),
+                         qPrintable(QStringLiteral("seed %1, field %2").arg(seed).arg(position)));
+                if (found) {
+                    QCOMPARE(all.at(position).begin, begin);
+                    QCOMPARE(all.at(position).end, end);
+                }
             }
         }
     }
-}
 
-void TestSetting::fieldEvaluation_data() {
-    QTest::addColumn<QString>("field");
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<QString>("expected"); // "-" when evaluation fails
-    QTest::newRow("plain tokens") << "1 + 2" << 0 << "1 + 2";
-    QTest::newRow("case picks entry 0") << "{Mode1, 10, 20, 30}" << 0 << "10";
-    QTest::newRow("case picks entry 2") << "{Mode1, 10, 20, 30}" << 2 << "30";
-    QTest::newRow("case beyond the entries takes the last") << "{Mode1, 10, 20, 30}" << 7 << "30";
-    QTest::newRow("case selector is an expression") << "{Mode1 - 1, 10, 20}" << 0 << "20";
-    QTest::newRow("case selector truncates") << "{Mode1 / 2, 10, 20, 30}" << 3 << "20";
-    QTest::newRow("case inside an expression") << "5 * {Mode1, 2, 3}" << 1 << "5 * 3";
-    QTest::newRow("two cases in a range") << "{Mode1, 0, 1}`{Mode1, 10, 20}" << 1 << "1 ` 20";
-    QTest::newRow("case entry of several tokens")
-        << "{Mode1, [*2], [*10/256]}" << 1 << "[ * 10 / 256 ]";
-    QTest::newRow("ternary true") << "Mode1 == 1 ? 5 : 6" << 1 << "5";
-    QTest::newRow("ternary false") << "Mode1 == 1 ? 5 : 6" << 0 << "6";
-    QTest::newRow("ternary with range branches") << "Mode1 ? 0`10 : 5`50" << 3 << "0 ` 10";
-    QTest::newRow("nested ternary in false branch")
-        << "Mode1 == 0 ? 1 : Mode1 == 1 ? 2 : 3" << 2 << "3";
-    QTest::newRow("nested ternary in true branch") << "Mode1 ? Mode1 == 1 ? 1 : 2 : 3" << 2 << "2";
-    QTest::newRow("bit reference in condition") << "Flags1[2] ? 1 : 0" << 0 << "1";
-    QTest::newRow("inverted bit reference") << "Flags1[3] ? 1 : 0" << 0 << "1";
-    QTest::newRow("unknown setting fails") << "Nope1 ? 1 : 0" << 0 << "-";
-    QTest::newRow("condition that does not calculate") << "Mode1 + ? 1 : 0" << 0 << "-";
-}
-
-void TestSetting::fieldEvaluation() {
-    QFETCH(QString, field);
-    QFETCH(int, mode);
-    QFETCH(QString, expected);
-    FakeSettingHost host;
-    addReferencedSettings(host, mode);
-    ProbeSetting s(QStringLiteral("P1"), QStringLiteral("p, ") + field + QStringLiteral(", z"),
-                   &host);
-    TokenList out;
-    const bool ok = s.getSettingInput(InputName, &out);
-    QCOMPARE(ok, expected != QLatin1String("-"));
-    if (ok) {
-        QCOMPARE(joined(out), expected);
+    // A field's case blocks and ternaries resolved with Mode1 at a value; "-" when it
+    // fails. A malformed field reports its message once, however often it is read.
+    void fieldEvaluation_data() {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<QString>("message"); // followed by the processed line; empty: none
+        const QString none;
+        QTest::newRow("plain tokens") << "1 + 2" << 0 << "1 + 2" << none;
+        QTest::newRow("case picks entry 0") << "{Mode1, 10, 20, 30}" << 0 << "10" << none;
+        QTest::newRow("case beyond the entries takes the last")
+            << "{Mode1, 10, 20, 30}" << 7 << "30" << none;
+        QTest::newRow("case selector truncates") << "{Mode1 / 2, 10, 20, 30}" << 3 << "20" << none;
+        QTest::newRow("case inside an expression") << "5 * {Mode1, 2, 3}" << 1 << "5 * 3" << none;
+        QTest::newRow("two cases in a range")
+            << "{Mode1, 0, 1}`{Mode1, 10, 20}" << 1 << "1 ` 20" << none;
+        QTest::newRow("case entry of several tokens")
+            << "{Mode1, [*2], [*10/256]}" << 1 << "[ * 10 / 256 ]" << none;
+        QTest::newRow("ternary true") << "Mode1 == 1 ? 5 : 6" << 1 << "5" << none;
+        QTest::newRow("ternary false") << "Mode1 == 1 ? 5 : 6" << 0 << "6" << none;
+        QTest::newRow("nested ternary in false branch")
+            << "Mode1 == 0 ? 1 : Mode1 == 1 ? 2 : 3" << 2 << "3" << none;
+        QTest::newRow("nested ternary in true branch")
+            << "Mode1 ? Mode1 == 1 ? 1 : 2 : 3" << 2 << "2" << none;
+        QTest::newRow("bit reference in condition") << "Flags1[2] ? 1 : 0" << 0 << "1" << none;
+        QTest::newRow("inverted bit reference") << "Flags1[3] ? 1 : 0" << 0 << "1" << none;
+        QTest::newRow("unknown setting fails") << "Nope1 ? 1 : 0" << 0 << "-" << none;
+        QTest::newRow("condition that does not calculate") << "Mode1 + ? 1 : 0" << 0 << "-" << none;
+        QTest::newRow("empty case") << "{}" << 0 << "-"
+                                    << "Empty case ( ie. {} ): ";
+        QTest::newRow("case with only a selector") << "{Mode1}" << 0 << "-"
+                                                   << "Empty case ( ie. {} ): ";
+        QTest::newRow("case not closed") << "{Mode1, 1, 2" << 0 << "-"
+                                         << "Malformed case. Hit END token before closing '}': ";
+        QTest::newRow("ternary without separator")
+            << "Mode1 ? 1" << 0 << "-"
+            << "Malformed ternary. Ternary separator not found: ";
+        QTest::newRow("nested ternary short of a separator")
+            << "Mode1 ? Mode1 ? 1 : 2" << 0 << "-"
+            << "Malformed ternary. Missing ternary separator ':' in: ";
+        QTest::newRow("braces inside ternary")
+            << "Mode1 ? {Mode1, 1, 2} : 3" << 0 << "-"
+            << "Malformed ternary. Block braces '{', '}' not supported inside ternaries: ";
+        QTest::newRow("ternary inside case is ignored")
+            << "{Mode1, Mode1 ? 1 : 2, 3}" << 0 << "Mode1 ? 1 : 2"
+            << "Ternary operator being ignored at non-zero depth in: ";
     }
-    QVERIFY2(host.problems().isEmpty(), qPrintable(host.problems().join(QLatin1Char('\n'))));
-}
 
-void TestSetting::fieldEvaluationProblems_data() {
-    QTest::addColumn<QString>("definition");
-    QTest::addColumn<bool>("succeeds");
-    QTest::addColumn<QString>("message");
-    QTest::newRow("empty case") << "p, {}" << false << "Empty case ( ie. {} ): ";
-    QTest::newRow("case with only a selector")
-        << "p, {Mode1}" << false << "Empty case ( ie. {} ): ";
-    QTest::newRow("case not closed")
-        << "p, {Mode1, 1, 2" << false << "Malformed case. Hit END token before closing '}': ";
-    QTest::newRow("ternary without separator")
-        << "p, Mode1 ? 1" << false << "Malformed ternary. Ternary separator not found: ";
-    QTest::newRow("nested ternary short of a separator")
-        << "p, Mode1 ? Mode1 ? 1 : 2" << false
-        << "Malformed ternary. Missing ternary separator ':' in: ";
-    QTest::newRow("braces inside ternary")
-        << "p, Mode1 ? {Mode1, 1, 2} : 3" << false
-        << "Malformed ternary. Block braces '{', '}' not supported inside ternaries: ";
-    QTest::newRow("ternary inside case is ignored")
-        << "p, {Mode1, Mode1 ? 1 : 2, 3}" << true
-        << "Ternary operator being ignored at non-zero depth in: ";
-}
-
-void TestSetting::fieldEvaluationProblems() {
-    QFETCH(QString, definition);
-    QFETCH(bool, succeeds);
-    QFETCH(QString, message);
-    FakeSettingHost host;
-    addReferencedSettings(host, 0);
-    ProbeSetting s(QStringLiteral("P1"), definition, &host);
-    QSignalSpy spy(&host, &SettingHost::problem);
-    TokenList out;
-    QCOMPARE(s.getSettingInput(InputName, &out), succeeds);
-    QCOMPARE(spy.count(), 1);
-    QCOMPARE(spy.at(0).at(0).toString(), message + s.debug_getProcessedKXSLine());
-    // Reading the field again does not repeat the message.
-    QCOMPARE(s.getSettingInput(InputName, &out), succeeds);
-    QCOMPARE(spy.count(), 1);
-}
-
-void TestSetting::purifyStringToken_data() {
-    QTest::addColumn<QString>("payload");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QString>("expected"); // "<fails>" when purifying fails
-    const int str = parser::String;
-    QTest::newRow("quotes vanish") << "\"abc\"" << str << "abc";
-    QTest::newRow("escaped quote is kept") << "\"a\\\"b\"" << str << "a\"b";
-    QTest::newRow("unquoted reference word") << "Volts" << int(parser::Dependent) << "Volts";
-    QTest::newRow("surrounding blanks trimmed") << "  \"a b\"  " << str << "a b";
-    QTest::newRow("escaped tilde") << "\"a\\~b\"" << str << "a~b";
-    QTest::newRow("tilde after quote dropped") << "\"~abc\"" << str << "abc";
-    QTest::newRow("tilde elsewhere kept") << "\"a~b\"" << str << "a~b";
-    QTest::newRow("escaped tilde then tilde") << "\"\\~~\"" << str << "~~";
-    QTest::newRow("escaped backslash") << "\"a\\\\b\"" << str << "a\\b";
-    QTest::newRow("escaped backslash before quote") << "\"a\\\\\"" << str << "a\\";
-    QTest::newRow("empty text") << "\"\"" << str << "";
-    QTest::newRow("odd quotes fail") << "\"a\"b\"" << str << "<fails>";
-    QTest::newRow("numbers are not purified") << "12" << int(parser::Numeric) << "<fails>";
-    QTest::newRow("operators are not purified") << "+" << int(parser::Operator) << "<fails>";
-}
-
-void TestSetting::purifyStringToken() {
-    QFETCH(QString, payload);
-    QFETCH(int, type);
-    QFETCH(QString, expected);
-    Token token(payload, static_cast<parser::TokenType>(type));
-    const bool ok = Setting::purifyStringToken(token);
-    QCOMPARE(ok, expected != QLatin1String("<fails>"));
-    QCOMPARE(token.getPayload(), ok ? expected : payload);
-}
-
-void TestSetting::purifyStringTerminals_data() {
-    QTest::addColumn<QString>("definition");
-    QTest::addColumn<bool>("succeeds");
-    QTest::addColumn<QString>("message"); // %L stands for the processed line; empty: none
-    QTest::addColumn<QString>("field");   // the field's payloads afterwards
-    QTest::newRow("quoted text") << "p, \"Battery \\\"A\\\"\"" << true << ""
-                                 << "Battery \"A\"";
-    QTest::newRow("ternary branches") << "p, Mode1 == 0 ? \"V\" : \"mV\"" << true << ""
-                                      << "Mode1 == 0 ? V : mV";
-    QTest::newRow("case entries, not the selector") << "p, {Mode1, \"a\", \"b\"}" << true << ""
-                                                    << "{ Mode1 , a , b }";
-    QTest::newRow("empty field") << "p, , x" << true << ""
-                                 << "";
-    QTest::newRow("unquoted text is accepted with a warning")
-        << "p, Volts" << true
-        << "Unquoted string field at token 2 in line: %L\nOverriding and treating as a String."
-        << "Volts";
-    QTest::newRow("two texts in one field")
-        << "p, \"a\" \"b\"" << false
-        << "Internal error - early termination at token 3, expected to continue to 4, in line: 4"
-        << "a \"b\"";
-    QTest::newRow("tokens after a case block")
-        << "p, {Mode1, \"a\"} \"b\"" << false
-        << "Internal error - early termination at token 7, expected to continue to 8, in line: 8"
-        << "{ Mode1 , a } \"b\"";
-    QTest::newRow("case block inside a ternary")
-        << "p, Mode1 ? {Mode1, \"a\"} : \"b\"" << false
-        << "Malformed String. Block braces '{', '}' not supported inside strings fields, at token "
-           "4 in: %L"
-        << "Mode1 ? { Mode1 , \"a\" } : \"b\"";
-    QTest::newRow("nested case block")
-        << "p, {Mode1, {Mode1, \"a\"}}" << false
-        << "Malformed String. Block braces '{', '}' not supported inside strings fields, at token "
-           "5 in: %L"
-        << "{ Mode1 , { Mode1 , \"a\" } }";
-    QTest::newRow("ternary without separator")
-        << "p, Mode1 ? \"a\"" << false
-        << "Malformed Ternary at token 3 is missing a ':', between tokens 4, 5 in: %L"
-        << "Mode1 ? \"a\"";
-    QTest::newRow("empty case") << "p, {}" << false << "Empty case (ie. {}) at token 2"
-                                << "{ }";
-    QTest::newRow("case without closing brace")
-        << "p, {Mode1, \"a\"" << false << "Missing '}' in case at token 2"
-        << "{ Mode1 , \"a\"";
-    QTest::newRow("odd quotes") << "p, \"a\"b\"" << false
-                                << "Failed to 'purify' String at token 2, line: %L"
-                                << "\"a\"b\"";
-    QTest::newRow("message names the line as it was before purifying")
-        << "p, {Mode1, \"a\", 12}" << false
-        << "String token expected, instead found type Numeric, at token 7, line: %L"
-        << "{ Mode1 , a , 12 }";
-    QTest::newRow("number instead of text")
-        << "p, 12" << false
-        << "String token expected, instead found type Numeric, at token 2, line: %L"
-        << "12";
-}
-
-void TestSetting::purifyStringTerminals() {
-    QFETCH(QString, definition);
-    QFETCH(bool, succeeds);
-    QFETCH(QString, message);
-    QFETCH(QString, field);
-    FakeSettingHost host;
-    ProbeSetting s(QStringLiteral("P1"), definition, &host);
-    const QString line = s.debug_getProcessedKXSLine();
-    QSignalSpy spy(&host, &SettingHost::problem);
-    QCOMPARE(s.purifyStringTerminals(InputName), succeeds);
-    if (message.isEmpty()) {
-        QCOMPARE(spy.count(), 0);
-    } else {
-        QCOMPARE(spy.count(), 1);
-        QCOMPARE(spy.at(0).at(0).toString(), QString(message).replace(QLatin1String("%L"), line));
+    void fieldEvaluation() {
+        QFETCH(QString, field);
+        QFETCH(int, mode);
+        QFETCH(QString, expected);
+        QFETCH(QString, message);
+        FakeSettingHost host;
+        addReferencedSettings(host, mode);
+        ProbeSetting s(QStringLiteral("P1"), QStringLiteral("p, ") + field + QStringLiteral(", z"),
+                       &host);
+        for (int pass = 0; pass < 2; ++pass) {
+            TokenList out;
+            const bool ok = s.getSettingInput(InputName, &out);
+            QCOMPARE(ok, expected != QLatin1String("-"));
+            if (ok) {
+                QCOMPARE(joined(out), expected);
+            }
+        }
+        QCOMPARE(host.problems(), message.isEmpty()
+                                      ? QStringList()
+                                      : QStringList{message + s.debug_getProcessedKXSLine()});
     }
-    int begin = -1;
-    int end = -1;
-    QVERIFY(s.getSettingInputRange(InputName, &begin, &end));
-    QCOMPARE(joined(s.getTokenList()->mid(begin, end - begin)), field);
-}
 
-void TestSetting::stringFieldIsPurifiedOnce() {
-    // A text purified when the setting was built is not purified again when read: the
-    // escaped quote survives, and an unpurified field is purified on reading.
-    FakeSettingHost host;
-    ProbeSetting s(QStringLiteral("P1"), QStringLiteral("p, \"5\\\" wheel\", \"a\\\\b\""), &host);
-    QVERIFY(s.purifyStringTerminals(InputName));
-    QCOMPARE(s.getStringField(InputName), QStringLiteral("5\" wheel"));
-    QCOMPARE(s.getStringField(InputName), QStringLiteral("5\" wheel"));
-    QCOMPARE(s.getStringField(InputUnits), QStringLiteral("a\\b"));
-    QCOMPARE(s.getStringField(InputUnits), QStringLiteral("a\\b"));
-    QCOMPARE(s.getStringField(InputRange), QString()); // missing field
-    QString text;
-    QVERIFY(!s.getSettingInputAsString(InputRange, &text));
-}
-
-void TestSetting::preprocessNumericInput_data() {
-    QTest::addColumn<uint>("format");
-    QTest::addColumn<QString>("definition");
-    QTest::addColumn<int>("input");
-    QTest::addColumn<bool>("rewritten");
-    QTest::addColumn<QString>("tokens"); // the whole list afterwards (renderTokens)
-    QTest::newRow("1001 chain as written") << 1001u << "p, a, b, 0`1, [*10/256]" << int(InputScale)
-                                           << true << "s:p , @a , @b , 0 ` 1 , [ * 10 / 256 ] $";
-    QTest::newRow("1000 leading factor gets *")
-        << 1000u << "p, a, b, 0`1, [10/256]" << int(InputScale) << true
-        << "s:p , @a , @b , 0 ` 1 , [ * 10 / 256 ] $";
-    QTest::newRow("1001 leading factor stays")
-        << 1001u << "p, a, b, 0`1, [10/256]" << int(InputScale) << true
-        << "s:p , @a , @b , 0 ` 1 , [ 10 / 256 ] $";
-    QTest::newRow("1000 reference gets *") << 1000u << "p, a, b, 0`1, [Mode1]" << int(InputScale)
-                                           << true << "s:p , @a , @b , 0 ` 1 , [ * @Mode1 ] $";
-    QTest::newRow("hexadecimal becomes decimal")
-        << 1001u << "p, a, b, 0`1, [*0x10/20h]" << int(InputScale) << true
-        << "s:p , @a , @b , 0 ` 1 , [ * 16 / 32 ] $";
-    QTest::newRow("no bracket") << 1001u << "p, a, b, 0`1, 5" << int(InputScale) << false
-                                << "s:p , @a , @b , 0 ` 1 , 5 $";
-    QTest::newRow("bracket of a later field is not touched")
-        << 1000u << "p, a, b, 0`1, [10]" << int(InputRange) << false
-        << "s:p , @a , @b , 0 ` 1 , [ 10 ] $";
-    QTest::newRow("unknown operator fails") << 1001u << "p, a, b, 0`1, [*2!3]" << int(InputScale)
-                                            << false << "s:p , @a , @b , 0 ` 1 , [ * 2 ! 3 ] $";
-    QTest::newRow("unclosed bracket fails") << 1000u << "p, a, b, 0`1, [10" << int(InputScale)
-                                            << false << "s:p , @a , @b , 0 ` 1 , [ 10 $";
-}
-
-void TestSetting::preprocessNumericInput() {
-    QFETCH(uint, format);
-    QFETCH(QString, definition);
-    QFETCH(int, input);
-    QFETCH(bool, rewritten);
-    QFETCH(QString, tokens);
-    FakeSettingHost host;
-    host.setFormat(format);
-    ProbeSetting s(QStringLiteral("P1"), definition, &host);
-    QCOMPARE(s.preprocessNumericInput(static_cast<SettingInput>(input)), rewritten);
-    QCOMPARE(testsupport::renderTokens(*s.getTokenList()), tokens);
-    // Running it again changes nothing.
-    s.preprocessNumericInput(static_cast<SettingInput>(input));
-    QCOMPARE(testsupport::renderTokens(*s.getTokenList()), tokens);
-}
-
-void TestSetting::processedLine() {
-    FakeSettingHost host;
-    ProbeSetting s(QStringLiteral("P1"), QStringLiteral("num, a+1"), &host);
-    QCOMPARE(s.debug_getProcessedKXSLine(), QStringLiteral("num , a + 1  "));
-}
-
-void TestSetting::resolveReferences_data() {
-    QTest::addColumn<QString>("expression");
-    QTest::addColumn<int>("behaviour");
-    QTest::addColumn<bool>("succeeds");
-    QTest::addColumn<QString>("expected");
-    const int strict = int(ReplaceBehaviour::Strict);
-    QTest::newRow("plain reference") << "Mode1 + 1" << strict << true << "3 + 1";
-    QTest::newRow("negated reference") << "2 * -Mode1" << strict << true << "2 * -3";
-    QTest::newRow("number of a bit field") << "Flags1" << strict << true << "5";
-    QTest::newRow("bit by sub-index") << "Flags1[2] + Flags1[1]" << strict << true << "1 + 0";
-    QTest::newRow("bit by hexadecimal sub-index") << "Flags1[0x2]" << strict << true << "1";
-    QTest::newRow("sub-index beyond the labels") << "Flags1[4]" << strict << false << "";
-    QTest::newRow("sub-index of a number") << "Mode1[0]" << strict << false << "";
-    QTest::newRow("unknown fails strictly") << "Nope1 + Mode1" << strict << false << "";
-    QTest::newRow("unknown kept") << "Nope1 + Mode1" << int(ReplaceBehaviour::KeepMissing) << false
-                                  << "Nope1 + 3";
-    QTest::newRow("unknown as zero")
-        << "Nope1 + Mode1" << int(ReplaceBehaviour::ZeroMissing) << true << "0 + 3";
-}
-
-void TestSetting::resolveReferences() {
-    QFETCH(QString, expression);
-    QFETCH(int, behaviour);
-    QFETCH(bool, succeeds);
-    QFETCH(QString, expected);
-    FakeSettingHost host;
-    addReferencedSettings(host, 3);
-    // The tokens as the calculator's sign folding leaves them (so -Mode1 is a NegDependent).
-    TokenList tokens = FakeSettingHost::tokenize(QStringLiteral("x, ") + expression);
-    tokens = tokens.mid(2, tokens.size() - 3);
-    QVERIFY(parser::CalcParser::prepareUnaryOps(tokens));
-    const bool ok = host.replaceDependents(nullptr, tokens, parser::Numeric,
-                                           static_cast<ReplaceBehaviour>(behaviour));
-    QCOMPARE(ok, succeeds);
-    if (!expected.isEmpty()) {
-        QCOMPARE(joined(tokens), expected);
+    void purifyStringToken_data() {
+        QTest::addColumn<QString>("payload");
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QString>("expected"); // "<fails>" when purifying fails
+        const int str = parser::String;
+        QTest::newRow("quotes vanish") << "\"abc\"" << str << "abc";
+        QTest::newRow("unquoted reference word") << "Volts" << int(parser::Dependent) << "Volts";
+        QTest::newRow("surrounding blanks trimmed") << "  \"a b\"  " << str << "a b";
+        QTest::newRow("escaped tilde") << "\"a\\~b\"" << str << "a~b";
+        QTest::newRow("tilde after quote dropped") << "\"~abc\"" << str << "abc";
+        QTest::newRow("tilde elsewhere kept") << "\"a~b\"" << str << "a~b";
+        QTest::newRow("escaped tilde then tilde") << "\"\\~~\"" << str << "~~";
+        QTest::newRow("escaped backslash") << "\"a\\\\b\"" << str << "a\\b";
+        QTest::newRow("escaped backslash before quote") << "\"a\\\\\"" << str << "a\\";
+        QTest::newRow("empty text") << "\"\"" << str << "";
+        QTest::newRow("numbers are not purified") << "12" << int(parser::Numeric) << "<fails>";
     }
-}
 
-void TestSetting::resolverRegistersDependents() {
-    FakeSettingHost host;
-    addReferencedSettings(host, 1);
-    Setting* mode = host.lookupSetting(QStringLiteral("Mode1"));
-    Setting* flags = host.lookupSetting(QStringLiteral("Flags1"));
-    ProbeSetting s(QStringLiteral("P1"), QStringLiteral("p, Mode1 + Flags1[0] + P1"), &host);
-    TokenList tokens;
-    QVERIFY(s.getSettingInput(InputName, &tokens));
-    // Self-references resolve to nothing here (P1 is not in the host), so use ZeroMissing.
-    // While the referrer is still being built it is not registered.
-    TokenList copy = tokens;
-    QVERIFY(host.replaceDependents(&s, copy, parser::Numeric, ReplaceBehaviour::ZeroMissing));
-    QVERIFY(mode->getDependents().isEmpty());
-    s.setType(TypeNum);
-    QVERIFY(host.replaceDependents(&s, tokens, parser::Numeric, ReplaceBehaviour::ZeroMissing));
-    QCOMPARE(mode->getDependents(), QList<Setting*>{&s});
-    QCOMPARE(flags->getDependents(), QList<Setting*>{&s});
-    QVERIFY(host.replaceDependents(&s, tokens, parser::Numeric, ReplaceBehaviour::Strict));
-    QCOMPARE(mode->getDependents().size(), 1);
-}
+    void purifyStringToken() {
+        QFETCH(QString, payload);
+        QFETCH(int, type);
+        QFETCH(QString, expected);
+        Token token(payload, static_cast<parser::TokenType>(type));
+        const bool ok = Setting::purifyStringToken(token);
+        QCOMPARE(ok, expected != QLatin1String("<fails>"));
+        QCOMPARE(token.getPayload(), ok ? expected : payload);
+    }
 
-void TestSetting::destroyedDependentsDropOut() {
-    FakeSettingHost host;
-    addReferencedSettings(host, 1);
-    Setting* mode = host.lookupSetting(QStringLiteral("Mode1"));
-    // A number whose format is chosen by Mode1 and fails: the factory destroys it, and
-    // Mode1 must not keep a pointer to it.
-    int error = 0;
-    QVERIFY(!host.build(QStringLiteral("Bad1"), QStringLiteral("num, W, {Mode1, u8, q8}"),
-                        QByteArray(), &error));
-    QCOMPARE(error, 3);
-    QVERIFY(mode->getDependents().isEmpty());
-    {
-        ProbeSetting gone(QStringLiteral("G1"), QStringLiteral("x"), &host);
-        QVERIFY(mode->addDependent(&gone));
+    void purifyStringTerminals_data() {
+        QTest::addColumn<QString>("definition");
+        QTest::addColumn<bool>("succeeds");
+        QTest::addColumn<QString>("message"); // %L stands for the processed line; empty: none
+        QTest::addColumn<QString>("field");   // the field's payloads afterwards
+        const QString none;
+        const QString braces = QStringLiteral(
+            "Malformed String. Block braces '{', '}' not supported inside strings fields, ");
+        QTest::newRow("quoted text")
+            << "p, \"Battery \\\"A\\\"\"" << true << none << "Battery \"A\"";
+        QTest::newRow("ternary branches")
+            << "p, Mode1 == 0 ? \"V\" : \"mV\"" << true << none << "Mode1 == 0 ? V : mV";
+        QTest::newRow("case entries, not the selector")
+            << "p, {Mode1, \"a\", \"b\"}" << true << none << "{ Mode1 , a , b }";
+        QTest::newRow("empty field") << "p, , x" << true << none << none;
+        QTest::newRow("unquoted text is accepted with a warning")
+            << "p, Volts" << true
+            << "Unquoted string field at token 2 in line: %L\nOverriding and treating as a String."
+            << "Volts";
+        QTest::newRow("two texts in one field") << "p, \"a\" \"b\"" << false
+                                                << "Internal error - early termination at token 3, "
+                                                   "expected to continue to 4, in line: 4"
+                                                << "a \"b\"";
+        QTest::newRow("tokens after a case block") << "p, {Mode1, \"a\"} \"b\"" << false
+                                                   << "Internal error - early termination at token "
+                                                      "7, expected to continue to 8, in line: 8"
+                                                   << "{ Mode1 , a } \"b\"";
+        QTest::newRow("case block inside a ternary")
+            << "p, Mode1 ? {Mode1, \"a\"} : \"b\"" << false << braces + "at token 4 in: %L"
+            << "Mode1 ? { Mode1 , \"a\" } : \"b\"";
+        QTest::newRow("nested case block")
+            << "p, {Mode1, {Mode1, \"a\"}}" << false << braces + "at token 5 in: %L"
+            << "{ Mode1 , { Mode1 , \"a\" } }";
+        QTest::newRow("ternary without separator")
+            << "p, Mode1 ? \"a\"" << false
+            << "Malformed Ternary at token 3 is missing a ':', between tokens 4, 5 in: %L"
+            << "Mode1 ? \"a\"";
+        QTest::newRow("empty case") << "p, {}" << false << "Empty case (ie. {}) at token 2"
+                                    << "{ }";
+        QTest::newRow("case without closing brace")
+            << "p, {Mode1, \"a\"" << false << "Missing '}' in case at token 2"
+            << "{ Mode1 , \"a\"";
+        QTest::newRow("odd quotes")
+            << "p, \"a\"b\"" << false << "Failed to 'purify' String at token 2, line: %L"
+            << "\"a\"b\"";
+        QTest::newRow("message names the line as it was before purifying")
+            << "p, {Mode1, \"a\", 12}" << false
+            << "String token expected, instead found type Numeric, at token 7, line: %L"
+            << "{ Mode1 , a , 12 }";
+    }
+
+    void purifyStringTerminals() {
+        QFETCH(QString, definition);
+        QFETCH(bool, succeeds);
+        QFETCH(QString, message);
+        QFETCH(QString, field);
+        FakeSettingHost host;
+        ProbeSetting s(QStringLiteral("P1"), definition, &host);
+        const QString line = s.debug_getProcessedKXSLine();
+        QSignalSpy spy(&host, &SettingHost::problem);
+        QCOMPARE(s.purifyStringTerminals(InputName), succeeds);
+        if (message.isEmpty()) {
+            QCOMPARE(spy.count(), 0);
+        } else {
+            QCOMPARE(spy.count(), 1);
+            QCOMPARE(spy.at(0).at(0).toString(),
+                     QString(message).replace(QLatin1String("%L"), line));
+        }
+        int begin = -1;
+        int end = -1;
+        QVERIFY(s.getSettingInputRange(InputName, &begin, &end));
+        QCOMPARE(joined(s.getTokenList()->mid(begin, end - begin)), field);
+    }
+
+    void stringFieldIsPurifiedOnce() {
+        // A text purified when the setting was built is not purified again when read: the
+        // escaped quote survives, and an unpurified field is purified on reading.
+        FakeSettingHost host;
+        ProbeSetting s(QStringLiteral("P1"), QStringLiteral("p, \"5\\\" wheel\", \"a\\\\b\""),
+                       &host);
+        QVERIFY(s.purifyStringTerminals(InputName));
+        QCOMPARE(s.getStringField(InputName), QStringLiteral("5\" wheel"));
+        QCOMPARE(s.getStringField(InputName), QStringLiteral("5\" wheel"));
+        QCOMPARE(s.getStringField(InputUnits), QStringLiteral("a\\b"));
+        QCOMPARE(s.getStringField(InputUnits), QStringLiteral("a\\b"));
+        QCOMPARE(s.getStringField(InputRange), QString()); // missing field
+        QString text;
+        QVERIFY(!s.getSettingInputAsString(InputRange, &text));
+    }
+
+    // The scale field of "p, a, b, 0`1, FIELD" preprocessed for a layout format; the
+    // field's tokens afterwards (renderTokens).
+    void preprocessNumericInput_data() {
+        QTest::addColumn<uint>("format");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<int>("input");
+        QTest::addColumn<bool>("rewritten");
+        QTest::addColumn<QString>("tokens");
+        const int scale = int(InputScale);
+        // clang-format off
+        QTest::newRow("1000 leading factor gets *") << 1000u << "[10/256]" << scale << true << "[ * 10 / 256 ]";
+        QTest::newRow("1001 leading factor stays")  << 1001u << "[10/256]" << scale << true << "[ 10 / 256 ]";
+        QTest::newRow("1000 reference gets *")      << 1000u << "[Mode1]" << scale << true << "[ * @Mode1 ]";
+        QTest::newRow("hexadecimal becomes decimal") << 1001u << "[*0x10/20h]" << scale << true << "[ * 16 / 32 ]";
+        QTest::newRow("no bracket")                 << 1001u << "5" << scale << false << "5";
+        QTest::newRow("bracket of a later field is not touched") << 1000u << "[10]" << int(InputRange) << false << "[ 10 ]";
+        QTest::newRow("unknown operator fails")     << 1001u << "[*2!3]" << scale << false << "[ * 2 ! 3 ]";
+        QTest::newRow("unclosed bracket fails")     << 1000u << "[10" << scale << false << "[ 10";
+        // clang-format on
+    }
+
+    void preprocessNumericInput() {
+        QFETCH(uint, format);
+        QFETCH(QString, field);
+        QFETCH(int, input);
+        QFETCH(bool, rewritten);
+        QFETCH(QString, tokens);
+        FakeSettingHost host;
+        host.setFormat(format);
+        ProbeSetting s(QStringLiteral("P1"), QStringLiteral("p, a, b, 0`1, ") + field, &host);
+        const QString all =
+            QStringLiteral("s:p , @a , @b , 0 ` 1 , ") + tokens + QStringLiteral(" $");
+        QCOMPARE(s.preprocessNumericInput(static_cast<SettingInput>(input)), rewritten);
+        QCOMPARE(testsupport::renderTokens(*s.getTokenList()), all);
+        // Running it again changes nothing.
+        s.preprocessNumericInput(static_cast<SettingInput>(input));
+        QCOMPARE(testsupport::renderTokens(*s.getTokenList()), all);
+    }
+
+    void processedLine() {
+        FakeSettingHost host;
+        ProbeSetting s(QStringLiteral("P1"), QStringLiteral("num, a+1"), &host);
+        QCOMPARE(s.debug_getProcessedKXSLine(), QStringLiteral("num , a + 1  "));
+    }
+
+    void resolveReferences_data() {
+        QTest::addColumn<QString>("expression");
+        QTest::addColumn<int>("behaviour");
+        QTest::addColumn<bool>("succeeds");
+        QTest::addColumn<QString>("expected");
+        const int strict = int(ReplaceBehaviour::Strict);
+        QTest::newRow("negated reference") << "2 * -Mode1" << strict << true << "2 * -3";
+        QTest::newRow("number of a bit field") << "Flags1" << strict << true << "5";
+        QTest::newRow("bit by sub-index") << "Flags1[2] + Flags1[1]" << strict << true << "1 + 0";
+        QTest::newRow("bit by hexadecimal sub-index") << "Flags1[0x2]" << strict << true << "1";
+        QTest::newRow("sub-index beyond the labels") << "Flags1[4]" << strict << false << "";
+        QTest::newRow("sub-index of a number") << "Mode1[0]" << strict << false << "";
+        QTest::newRow("unknown fails strictly") << "Nope1 + Mode1" << strict << false << "";
+        QTest::newRow("unknown kept")
+            << "Nope1 + Mode1" << int(ReplaceBehaviour::KeepMissing) << false << "Nope1 + 3";
+        QTest::newRow("unknown as zero")
+            << "Nope1 + Mode1" << int(ReplaceBehaviour::ZeroMissing) << true << "0 + 3";
+    }
+
+    void resolveReferences() {
+        QFETCH(QString, expression);
+        QFETCH(int, behaviour);
+        QFETCH(bool, succeeds);
+        QFETCH(QString, expected);
+        FakeSettingHost host;
+        addReferencedSettings(host, 3);
+        // The tokens as the calculator's sign folding leaves them (so -Mode1 is a NegDependent).
+        TokenList tokens = FakeSettingHost::tokenize(QStringLiteral("x, ") + expression);
+        tokens = tokens.mid(2, tokens.size() - 3);
+        QVERIFY(parser::CalcParser::prepareUnaryOps(tokens));
+        const bool ok = host.replaceDependents(nullptr, tokens, parser::Numeric,
+                                               static_cast<ReplaceBehaviour>(behaviour));
+        QCOMPARE(ok, succeeds);
+        if (!expected.isEmpty()) {
+            QCOMPARE(joined(tokens), expected);
+        }
+    }
+
+    void resolverRegistersDependents() {
+        FakeSettingHost host;
+        addReferencedSettings(host, 1);
+        Setting* mode = host.lookupSetting(QStringLiteral("Mode1"));
+        Setting* flags = host.lookupSetting(QStringLiteral("Flags1"));
+        ProbeSetting s(QStringLiteral("P1"), QStringLiteral("p, Mode1 + Flags1[0] + P1"), &host);
+        TokenList tokens;
+        QVERIFY(s.getSettingInput(InputName, &tokens));
+        // Self-references resolve to nothing here (P1 is not in the host), so use ZeroMissing.
+        // While the referrer is still being built it is not registered.
+        TokenList copy = tokens;
+        QVERIFY(host.replaceDependents(&s, copy, parser::Numeric, ReplaceBehaviour::ZeroMissing));
+        QVERIFY(mode->getDependents().isEmpty());
+        s.setType(TypeNum);
+        QVERIFY(host.replaceDependents(&s, tokens, parser::Numeric, ReplaceBehaviour::ZeroMissing));
+        QCOMPARE(mode->getDependents(), QList<Setting*>{&s});
+        QCOMPARE(flags->getDependents(), QList<Setting*>{&s});
+        QVERIFY(host.replaceDependents(&s, tokens, parser::Numeric, ReplaceBehaviour::Strict));
         QCOMPARE(mode->getDependents().size(), 1);
     }
-    QVERIFY(mode->getDependents().isEmpty());
-}
 
-void TestSetting::selfReferenceDoesNotRecurse() {
-    // A scale chain that refers to its own setting, directly or through another one,
-    // must end; the inner reference reads the stored integer instead.
-    FakeSettingHost host;
-    Setting* a =
-        host.build(QStringLiteral("A1"), QStringLiteral("num, A, u8, 0`255, [*B1], 0, \"A\", \"\""),
-                   hexBytes("02"));
-    Setting* b =
-        host.build(QStringLiteral("B1"), QStringLiteral("num, B, u8, 0`255, [*A1], 0, \"B\", \"\""),
-                   hexBytes("03"));
-    Setting* c =
-        host.build(QStringLiteral("C1"), QStringLiteral("num, C, u8, 0`255, [*C1], 0, \"C\", \"\""),
-                   hexBytes("04"));
-    QVERIFY(a && b && c);
-    QCOMPARE(a->getData(RoleEdit).toDouble(), 2.0 * (3.0 * 2.0));
-    QCOMPARE(c->getData(RoleEdit).toDouble(), 16.0);
-    QVERIFY(!c->getDependents().contains(c));
-}
+    void destroyedDependentsDropOut() {
+        FakeSettingHost host;
+        addReferencedSettings(host, 1);
+        Setting* mode = host.lookupSetting(QStringLiteral("Mode1"));
+        // A number whose format is chosen by Mode1 and fails: the factory destroys it, and
+        // Mode1 must not keep a pointer to it.
+        int error = 0;
+        QVERIFY(!host.build(QStringLiteral("Bad1"), QStringLiteral("num, W, {Mode1, u8, q8}"),
+                            QByteArray(), &error));
+        QCOMPARE(error, 3);
+        QVERIFY(mode->getDependents().isEmpty());
+        {
+            ProbeSetting gone(QStringLiteral("G1"), QStringLiteral("x"), &host);
+            QVERIFY(mode->addDependent(&gone));
+            QCOMPARE(mode->getDependents().size(), 1);
+        }
+        QVERIFY(mode->getDependents().isEmpty());
+    }
+
+    void selfReferenceDoesNotRecurse() {
+        // A scale chain that refers to its own setting, directly or through another one,
+        // must end; the inner reference reads the stored integer instead.
+        FakeSettingHost host;
+        Setting* a =
+            host.build(QStringLiteral("A1"),
+                       QStringLiteral("num, A, u8, 0`255, [*B1], 0, \"A\", \"\""), hexBytes("02"));
+        Setting* b =
+            host.build(QStringLiteral("B1"),
+                       QStringLiteral("num, B, u8, 0`255, [*A1], 0, \"B\", \"\""), hexBytes("03"));
+        Setting* c =
+            host.build(QStringLiteral("C1"),
+                       QStringLiteral("num, C, u8, 0`255, [*C1], 0, \"C\", \"\""), hexBytes("04"));
+        QVERIFY(a && b && c);
+        QCOMPARE(a->getData(RoleEdit).toDouble(), 2.0 * (3.0 * 2.0));
+        QCOMPARE(c->getData(RoleEdit).toDouble(), 16.0);
+        QVERIFY(!c->getDependents().contains(c));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestSetting)
 #include "tst_setting.moc"

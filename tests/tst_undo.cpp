@@ -42,15 +42,12 @@ private slots:
     void nothingToUndoOrRedo();
     void editRecords_data();
     void editRecords();
-    void undoRestoresTheWholeGroupExactly();
-    void redoReappliesTheWholeGroup();
-    void undoRestoresValuesTheImageHeldOutOfRange();
-    void undoLeavesAloneWhatTheEditDidNotChange();
+    void undoAndRedoTheWholeGroupExactly();
+    void imageValuesOutOfRange_data();
+    void imageValuesOutOfRange();
     void undoTwiceThenEditDiscardsTheRedoHistory();
-    void previousUndoActionIsTheGroupHead();
     void chainsOfDependentsAreFollowed();
     void undoRedoAcrossSeveralGroups();
-    void clearUndoList();
 
 private:
     std::unique_ptr<SettingManager> m_manager;
@@ -69,13 +66,9 @@ void TestUndo::cleanup() {
 }
 
 void TestUndo::nothingToUndoOrRedo() {
-    SettingManager empty;
-    QVERIFY(!empty.canUndo());
-    QVERIFY(!empty.canRedo());
-    QVERIFY(!empty.undoAction());
-    QVERIFY(!empty.redoAction());
-    QVERIFY(!empty.getPreviousUndoAction());
-
+    QVERIFY(!m_manager->canUndo());
+    QVERIFY(!m_manager->canRedo());
+    QVERIFY(!m_manager->getPreviousUndoAction());
     QSignalSpy modified(m_manager.get(), &SettingManager::settingModified);
     QVERIFY(!m_manager->undoAction());
     QVERIFY(!m_manager->redoAction());
@@ -86,6 +79,9 @@ void TestUndo::nothingToUndoOrRedo() {
     QVERIFY(m_manager->undoAction());
     QVERIFY(!m_manager->undoAction()); // at the start
     QCOMPARE(m_manager->undoHistory().position(), -1);
+    m_manager->clearUndoList(); // the redo history goes too
+    QVERIFY(!m_manager->canRedo());
+    QCOMPARE(m_manager->undoHistory().size(), 0);
 }
 
 void TestUndo::editRecords_data() {
@@ -112,7 +108,6 @@ void TestUndo::editRecords_data() {
         << "Boxes" << QVariant(true) << 0 << true << QStringList{"Boxes"};
     QTest::newRow("list to the stored index")
         << "Screen" << QVariant(1) << -1 << false << QStringList();
-    QTest::newRow("list changed") << "Screen" << QVariant(2) << -1 << true << QStringList{"Screen"};
 }
 
 void TestUndo::editRecords() {
@@ -146,80 +141,71 @@ void TestUndo::editRecords() {
     }
 }
 
-void TestUndo::undoRestoresTheWholeGroupExactly() {
+void TestUndo::undoAndRedoTheWholeGroupExactly() {
     const QMap<QString, QByteArray> before = snapshot(*m_manager);
     QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1")));
     // The dependents were clamped into their new ranges.
     QCOMPARE(m_manager->getSettingData(QStringLiteral("Lim1"), sf::RoleEdit).toDouble(), 42.0);
     QCOMPARE(m_manager->getSettingData(QStringLiteral("Low1"), sf::RoleEdit).toDouble(), 30.0);
+    const QMap<QString, QByteArray> after = snapshot(*m_manager);
+    // The group's head is the edit itself, not its last (chained) action.
+    const sf::ActionTracker* head = m_manager->getPreviousUndoAction();
+    QCOMPARE(head, m_manager->undoHistory().at(0));
 
     QSignalSpy modified(m_manager.get(), &SettingManager::settingModified);
-    const sf::ActionTracker* undone = m_manager->undoAction();
-    QVERIFY(undone);
-    QCOMPARE(undone->getSetting(), m_manager->getSetting(QStringLiteral("Cells1")));
-    QVERIFY(!undone->isChained());
+    QCOMPARE(m_manager->undoAction(), head);
+    QCOMPARE(head->getSetting(), m_manager->getSetting(QStringLiteral("Cells1")));
+    QVERIFY(!head->isChained());
     QCOMPARE(modified.count(), 1);
     QCOMPARE(snapshot(*m_manager), before);
+    QVERIFY(!m_manager->getPreviousUndoAction());
     QVERIFY(!m_manager->canUndo());
     QVERIFY(m_manager->canRedo());
-}
 
-void TestUndo::redoReappliesTheWholeGroup() {
-    QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1")));
-    const QMap<QString, QByteArray> after = snapshot(*m_manager);
-    QVERIFY(m_manager->undoAction());
-
-    QSignalSpy modified(m_manager.get(), &SettingManager::settingModified);
-    const sf::ActionTracker* redone = m_manager->redoAction();
-    QVERIFY(redone);
-    QCOMPARE(redone->getSetting()->getCodeName(), QStringLiteral("Cells1"));
-    QCOMPARE(modified.count(), 1);
+    QCOMPARE(m_manager->redoAction(), head);
+    QCOMPARE(modified.count(), 2);
     QCOMPARE(snapshot(*m_manager), after);
     QCOMPARE(m_manager->undoHistory().position(), 2);
     QVERIFY(!m_manager->canRedo());
     // And back once more: undo after redo restores the first state again.
     QVERIFY(m_manager->undoAction());
-    QCOMPARE(bytesOf(*m_manager, QStringLiteral("Low1")), QByteArray::fromHex("015E"));
+    QCOMPARE(snapshot(*m_manager), before);
 }
 
-void TestUndo::undoRestoresValuesTheImageHeldOutOfRange() {
-    // Lim1 holds 600 although 12 cells allow at most 504: re-evaluating after the undo
-    // would clamp it, but undo puts back exactly what was there.
+void TestUndo::imageValuesOutOfRange_data() {
+    QTest::addColumn<int>("offset"); // of a two-byte value in the image
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<int>("cells"); // the new value of Cells1
+    QTest::addColumn<int>("recorded");
+    // Lim1 holds 600 although 12 cells allow at most 504: the edit clamps it, and undo
+    // puts back exactly what was there rather than re-evaluating.
+    QTest::newRow("clamped dependents") << 4 << QByteArray::fromHex("0258") << 10 << 3;
+    // Low1 holds 400 although 12 cells allow at most 360: raising Cells1 to 20 leaves it
+    // alone (not recorded), and undoing must not clamp it either.
+    QTest::newRow("dependent left alone") << 6 << QByteArray::fromHex("0190") << 20 << 1;
+}
+
+void TestUndo::imageValuesOutOfRange() {
+    QFETCH(int, offset);
+    QFETCH(QByteArray, value);
+    QFETCH(int, cells);
+    QFETCH(int, recorded);
     QByteArray bytes = standardImageBytes();
-    bytes[4] = 0x02;
-    bytes[5] = 0x58;
+    bytes.replace(offset, value.size(), value);
     SettingManager manager;
     ManagerFiles files;
     QCOMPARE(loadStandard(manager, files,
                           hexImage({{0, bytes}}, QStringLiteral("FW1"), QStringLiteral("KX4-T1"))),
              0);
     const QMap<QString, QByteArray> before = snapshot(manager);
-    QVERIFY(manager.setSettingData(10, QStringLiteral("Cells1")));
-    QCOMPARE(bytesOf(manager, QStringLiteral("Lim1")), QByteArray::fromHex("01A4"));
-    QVERIFY(manager.undoAction());
-    QCOMPARE(snapshot(manager), before);
-}
-
-void TestUndo::undoLeavesAloneWhatTheEditDidNotChange() {
-    // Low1 holds 400 although 12 cells allow at most 360. Raising Cells1 to 20 leaves it
-    // alone (not recorded); undoing must not clamp it either.
-    QByteArray bytes = standardImageBytes();
-    bytes[6] = 0x01;
-    bytes[7] = char(0x90);
-    SettingManager manager;
-    ManagerFiles files;
-    QCOMPARE(loadStandard(manager, files,
-                          hexImage({{0, bytes}}, QStringLiteral("FW1"), QStringLiteral("KX4-T1"))),
-             0);
-    const QMap<QString, QByteArray> before = snapshot(manager);
-    QVERIFY(manager.setSettingData(20, QStringLiteral("Cells1")));
-    QCOMPARE(manager.undoHistory().size(), 1);
+    QVERIFY(manager.setSettingData(cells, QStringLiteral("Cells1")));
+    QCOMPARE(manager.undoHistory().size(), recorded);
     const QMap<QString, QByteArray> after = snapshot(manager);
     QVERIFY(manager.undoAction());
     QCOMPARE(snapshot(manager), before);
     QVERIFY(manager.redoAction());
     QCOMPARE(snapshot(manager), after);
-    // The range follows the restored value all the same.
+    // The ranges follow the restored value all the same.
     QVERIFY(manager.undoAction());
     QCOMPARE(manager.getSettingData(QStringLiteral("Low1"), sf::RoleMaximum).toDouble(), 36.0);
 }
@@ -242,25 +228,6 @@ void TestUndo::undoTwiceThenEditDiscardsTheRedoHistory() {
     // The discarded edits stay undone.
     QCOMPARE(m_manager->getSettingData(QStringLiteral("Cells1"), sf::RoleEdit).toInt(), 12);
     QCOMPARE(m_manager->getSettingData(QStringLiteral("Screen"), sf::RoleEdit).toInt(), 1);
-}
-
-void TestUndo::previousUndoActionIsTheGroupHead() {
-    QVERIFY(!m_manager->getPreviousUndoAction());
-    QVERIFY(m_manager->setSettingData(3, QStringLiteral("Early")));
-    const sf::ActionTracker* first = m_manager->getPreviousUndoAction();
-    QVERIFY(first);
-    QCOMPARE(first->getSetting()->getCodeName(), QStringLiteral("Early"));
-
-    QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1")));
-    const sf::ActionTracker* head = m_manager->getPreviousUndoAction();
-    QCOMPARE(head->getSetting()->getCodeName(), QStringLiteral("Cells1"));
-    QVERIFY(!head->isChained());
-    QCOMPARE(head, m_manager->undoHistory().at(1)); // not the last (chained) action
-
-    QVERIFY(m_manager->undoAction());
-    QCOMPARE(m_manager->getPreviousUndoAction(), first);
-    QVERIFY(m_manager->undoAction());
-    QVERIFY(!m_manager->getPreviousUndoAction());
 }
 
 void TestUndo::chainsOfDependentsAreFollowed() {
@@ -289,33 +256,30 @@ void TestUndo::chainsOfDependentsAreFollowed() {
     QCOMPARE(snapshot(manager), before);
 }
 
+// Three groups, the first of three actions: undo steps back a group at a time (the
+// previous undo action being the head of the group before), redo forward again.
 void TestUndo::undoRedoAcrossSeveralGroups() {
     QList<QMap<QString, QByteArray>> states{snapshot(*m_manager)};
+    QList<const sf::ActionTracker*> heads{nullptr};
     QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1")));
     states << snapshot(*m_manager);
+    heads << m_manager->getPreviousUndoAction();
     QVERIFY(m_manager->setSettingData(true, QStringLiteral("Boxes"), 2));
     states << snapshot(*m_manager);
+    heads << m_manager->getPreviousUndoAction();
     QVERIFY(m_manager->setSettingData(8, QStringLiteral("Cells1")));
     states << snapshot(*m_manager);
+    QCOMPARE(heads.at(2), m_manager->undoHistory().at(3));
 
     for (int i = states.size() - 2; i >= 0; --i) {
         QVERIFY(m_manager->undoAction());
         QCOMPARE(snapshot(*m_manager), states.at(i));
+        QCOMPARE(m_manager->getPreviousUndoAction(), heads.at(i));
     }
     for (int i = 1; i < states.size(); ++i) {
         QVERIFY(m_manager->redoAction());
         QCOMPARE(snapshot(*m_manager), states.at(i));
     }
-}
-
-void TestUndo::clearUndoList() {
-    QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1")));
-    QVERIFY(m_manager->undoAction());
-    m_manager->clearUndoList();
-    QVERIFY(!m_manager->canUndo());
-    QVERIFY(!m_manager->canRedo());
-    QCOMPARE(m_manager->undoHistory().size(), 0);
-    QCOMPARE(m_manager->undoHistory().position(), -1);
 }
 
 QTEST_GUILESS_MAIN(TestUndo)
