@@ -259,17 +259,14 @@ bool Setting::getSettingInputRange(SettingInput input, int* begin, int* end) con
 }
 
 const FieldEvaluator::Ranges& Setting::fields() const {
-    // The count is checked too, in case the list was changed through getTokenList().
+    // Fields move only when tokens are inserted or removed (rewriting a scale chain
+    // inserts one; a list changed through getTokenList() is covered too).
     if (!m_fieldsKnown || m_fieldsTokenCount != m_tokens->size()) {
         FieldEvaluator::locateAll(*m_tokens, &m_fields);
         m_fieldsKnown = true;
         m_fieldsTokenCount = m_tokens->size();
     }
     return m_fields;
-}
-
-void Setting::forgetFields() {
-    m_fieldsKnown = false;
 }
 
 bool Setting::getSettingInput(SettingInput input, TokenList* out) {
@@ -291,23 +288,24 @@ bool Setting::getSettingInput(SettingInput input, TokenList* out) {
     return evaluator.evaluate(begin, end, out);
 }
 
-bool Setting::plainFieldRange(SettingInput input, int* begin, int* end) const {
-    if (!getSettingInputRange(input, begin, end)) {
-        return false;
-    }
-    for (int i = *begin; i < *end; ++i) {
+bool Setting::hasConditions(int begin, int end) const {
+    for (int i = begin; i < end; ++i) {
         const parser::TokenType type = m_tokens->at(i).getType();
         if (type == parser::TernaryOp || type == parser::LCurly || type == parser::RCurly) {
-            return false;
+            return true;
         }
     }
-    return true;
+    return false;
+}
+
+bool Setting::plainFieldRange(SettingInput input, int* begin, int* end) const {
+    return getSettingInputRange(input, begin, end) && !hasConditions(*begin, *end);
 }
 
 void Setting::evaluateConditions(SettingInput input) {
     int begin = -1;
     int end = -1;
-    if (getSettingInputRange(input, &begin, &end) && !plainFieldRange(input, &begin, &end)) {
+    if (getSettingInputRange(input, &begin, &end) && hasConditions(begin, end)) {
         TokenList ignored;
         getSettingInput(input, &ignored);
     }
@@ -364,14 +362,7 @@ bool Setting::preprocessNumericInput(SettingInput input) {
     if (offset < 0) {
         return false;
     }
-    // Rewriting changes the fields' positions only by inserting a token.
-    const qsizetype before = m_tokens->size();
-    const bool rewritten =
-        NumericPreprocessor::rewrite(*m_tokens, offset, m_parent->getKXSFormat());
-    if (m_tokens->size() != before) {
-        forgetFields();
-    }
-    return rewritten;
+    return NumericPreprocessor::rewrite(*m_tokens, offset, m_parent->getKXSFormat());
 }
 
 bool Setting::purifyStringTerminals(SettingInput input) {

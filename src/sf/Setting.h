@@ -186,9 +186,10 @@ protected:
 
 private:
     int inputPosition(SettingInput input) const;
-    // The fields of the token list, found once and again after the list is rewritten.
+    // The fields of the token list, found once and again after tokens are inserted.
     const FieldEvaluator::Ranges& fields() const;
-    void forgetFields();
+    // Whether tokens [begin, end) hold a ternary or a case block.
+    bool hasConditions(int begin, int end) const;
 
     QString m_codeName;
     QString m_category;
