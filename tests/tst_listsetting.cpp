@@ -14,8 +14,14 @@ namespace {
 
 const QStringList CHEMISTRIES{"LiFe", "Li-ion", "NiMH", "SLA"};
 
+// CHEM: the four chemistries; WIDE: 300 options, more than a byte can index.
 void addLists(FakeSettingHost& host) {
     host.addStringList(QStringLiteral("CHEM_0"), QStringLiteral("CHEM_COUNT"), CHEMISTRIES);
+    QStringList wide;
+    for (int i = 0; i < 300; ++i) {
+        wide << QString::number(i);
+    }
+    host.addStringList(QStringLiteral("WIDE_0"), QStringLiteral("WIDE_COUNT"), wide);
     host.addTooltip(QStringLiteral("CHEM"), QStringLiteral("Battery chemistry"));
 }
 
@@ -33,6 +39,7 @@ private slots:
     void setData();
     void dataRoles_data();
     void dataRoles();
+    void nameFollowsOtherSetting();
 };
 
 void TestListSetting::construction_data() {
@@ -68,28 +75,34 @@ void TestListSetting::construction() {
 }
 
 void TestListSetting::setData_data() {
+    QTest::addColumn<QString>("list");
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<bool>("accepted");
     QTest::addColumn<int>("stored");
-    QTest::newRow("first option") << QVariant(0) << true << 0;
-    QTest::newRow("last option") << QVariant(3) << true << 3;
-    QTest::newRow("index as text") << QVariant("2") << true << 2;
-    QTest::newRow("equal to stored") << QVariant(1) << false << 1;
-    QTest::newRow("one beyond") << QVariant(4) << false << 1;
-    QTest::newRow("negative") << QVariant(-1) << false << 1;
-    QTest::newRow("not a number") << QVariant("LiFe") << false << 1;
+    QTest::newRow("first option") << "CHEM" << QVariant(0) << true << 0;
+    QTest::newRow("last option") << "CHEM" << QVariant(3) << true << 3;
+    QTest::newRow("index as text") << "CHEM" << QVariant("2") << true << 2;
+    QTest::newRow("equal to stored") << "CHEM" << QVariant(1) << false << 1;
+    QTest::newRow("one beyond") << "CHEM" << QVariant(4) << false << 1;
+    QTest::newRow("negative") << "CHEM" << QVariant(-1) << false << 1;
+    QTest::newRow("not a number") << "CHEM" << QVariant("LiFe") << false << 1;
+    // The image holds one byte: options past 255 exist but cannot be stored.
+    QTest::newRow("index 255 of a long list") << "WIDE" << QVariant(255) << true << 255;
+    QTest::newRow("index 256 of a long list") << "WIDE" << QVariant(256) << false << 1;
 }
 
 void TestListSetting::setData() {
+    QFETCH(QString, list);
     QFETCH(QVariant, value);
     QFETCH(bool, accepted);
     QFETCH(int, stored);
     FakeSettingHost host;
     addLists(host);
-    Setting* s = host.build(QStringLiteral("Chem1"), QString::fromLatin1(LIST), hexBytes("01"));
+    const QString definition = QString::fromLatin1(LIST).replace(QStringLiteral("CHEM"), list);
+    Setting* s = host.build(QStringLiteral("Chem1"), definition, hexBytes("01"));
     QVERIFY(s);
     QCOMPARE(s->setData(value), accepted);
-    QCOMPARE(s->getBytes(), QByteArray(1, static_cast<char>(stored)));
+    QCOMPARE(static_cast<quint8>(s->getBytes().at(0)), stored);
 }
 
 void TestListSetting::dataRoles_data() {
@@ -121,6 +134,20 @@ void TestListSetting::dataRoles() {
     if (expected.isValid()) {
         QCOMPARE(actual, expected);
     }
+}
+
+// A name that depends on another setting makes the list one of that setting's dependents.
+void TestListSetting::nameFollowsOtherSetting() {
+    FakeSettingHost host;
+    addLists(host);
+    Setting* mode = host.build(QStringLiteral("Mode1"), QStringLiteral("num, MODE, u8"), hexBytes("01"));
+    Setting* list = host.build(QStringLiteral("Chem1"),
+                               QStringLiteral("list, CHEM, CHEM_COUNT, CHEM_0, Mode1 ? \"A\" : \"B\""),
+                               hexBytes("01"));
+    QVERIFY(mode && list);
+    QVERIFY(host.finishAll());
+    QVERIFY(mode->getDependents().contains(list));
+    QCOMPARE(list->getData(RoleName).toString(), QStringLiteral("A"));
 }
 
 QTEST_GUILESS_MAIN(TestListSetting)

@@ -37,6 +37,7 @@ private slots:
     void rangeFollowsOtherSetting();
     void dataRoles_data();
     void dataRoles();
+    void rangeThatCannotBeComputedFailsTheUpdate();
     void fieldsFollowOtherSetting();
     void failedSettingRefusesEverything();
 };
@@ -232,6 +233,19 @@ void TestNumSetting::rangeFollowsOtherSetting() {
     host.notifyDependents(cells);
     QCOMPARE(limit->getBytes(), hexBytes("00 D2")); // inside the wider range: unchanged
     QVERIFY(host.problems().isEmpty());
+}
+
+// A range that stops being a range (the other branch of a condition) fails the update.
+void TestNumSetting::rangeThatCannotBeComputedFailsTheUpdate() {
+    FakeSettingHost host;
+    Setting* mode = host.build(QStringLiteral("Mode1"), QStringLiteral("num, M, u8"), hexBytes("01"));
+    Setting* limit = host.build(QStringLiteral("Limit1"),
+                                QStringLiteral("num, LIM, u8, Mode1 ? 0`100 : 7"), hexBytes("05"));
+    QVERIFY(mode && limit);
+    QVERIFY(host.finishAll());
+    QVERIFY(limit->update(mode->getType()));
+    QVERIFY(mode->setData(0));
+    QVERIFY(!limit->update(mode->getType()));
 }
 
 void TestNumSetting::dataRoles_data() {

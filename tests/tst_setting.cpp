@@ -299,6 +299,7 @@ private slots:
         QTest::newRow("case picks entry 0") << "{Mode1, 10, 20, 30}" << 0 << "10" << none;
         QTest::newRow("case beyond the entries takes the last")
             << "{Mode1, 10, 20, 30}" << 7 << "30" << none;
+        QTest::newRow("case of a single entry") << "{Mode1, 10}" << 3 << "10" << none;
         QTest::newRow("case selector truncates") << "{Mode1 / 2, 10, 20, 30}" << 3 << "20" << none;
         QTest::newRow("case inside an expression") << "5 * {Mode1, 2, 3}" << 1 << "5 * 3" << none;
         QTest::newRow("two cases in a range")

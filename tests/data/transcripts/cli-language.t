@@ -83,3 +83,110 @@ Failures:
   ! kxsetup-cli: give --forward or --backward, not both
   ! usage: kxsetup-cli [-C DIR] calc 'EXPRESSION' | calc --forward|--backward VALUE 'CHAIN'
   [1]
+
+Precedence, grouping and the failures of malformed expressions:
+  $ kxsetup-cli calc "2 ^ 3 ^ 2"
+  64
+  $ kxsetup-cli calc "2 + 3 * 4"
+  14
+  $ kxsetup-cli calc "(2 + 3) * 4"
+  20
+  $ kxsetup-cli calc "10 - 4 - 3"
+  3
+  $ kxsetup-cli calc "-(2 + 3)"
+  -5
+  $ kxsetup-cli calc "4 * -(1 + 1) ^ 2"
+  16
+  $ kxsetup-cli calc "-2 ^ 2"
+  4
+  $ kxsetup-cli calc "0x10 + 1"
+  17
+  $ kxsetup-cli calc "1 + 2 > 2"
+  1
+  $ kxsetup-cli calc "3 > 2 == 1"
+  1
+  $ kxsetup-cli calc "1 || 0 && 0"
+  0
+  $ kxsetup-cli calc "1 < 2 && 3 < 2"
+  0
+  $ kxsetup-cli calc "()"
+  ! kxsetup-cli: calc: cannot evaluate the expression "()"
+  [2]
+  $ kxsetup-cli calc "1 +"
+  ! kxsetup-cli: calc: cannot evaluate the expression "1 +"
+  [2]
+  $ kxsetup-cli calc "+ 1"
+  ! kxsetup-cli: calc: cannot evaluate the expression "+ 1"
+  [2]
+  $ kxsetup-cli calc "1 2"
+  ! kxsetup-cli: calc: cannot evaluate the expression "1 2"
+  [2]
+  $ kxsetup-cli calc "(1 + 2"
+  ! kxsetup-cli: calc: cannot evaluate the expression "(1 + 2"
+  [2]
+  $ kxsetup-cli calc "1 + 2)"
+  ! kxsetup-cli: calc: cannot evaluate the expression "1 + 2)"
+  [2]
+  $ kxsetup-cli calc "2 (3)"
+  ! kxsetup-cli: calc: cannot evaluate the expression "2 (3)"
+  [2]
+  $ kxsetup-cli calc "1 + Speed"
+  ! kxsetup-cli: calc: cannot evaluate the expression "1 + Speed" (it names Speed, which only a loaded layout can resolve)
+  [2]
+  $ kxsetup-cli calc "1 + -Speed"
+  ! kxsetup-cli: calc: cannot evaluate the expression "1 + -Speed" (it names Speed, which only a loaded layout can resolve)
+  [2]
+  $ kxsetup-cli calc "\"a\" + 1"
+  ! kxsetup-cli: calc: cannot evaluate the expression ""a" + 1" (it names "a", which only a loaded layout can resolve)
+  [2]
+  $ kxsetup-cli calc "1 , 2"
+  ! kxsetup-cli: calc: cannot evaluate the expression "1 , 2"
+  [2]
+  $ kxsetup-cli calc "1 ? 2 : 3"
+  ! kxsetup-cli: calc: cannot evaluate the expression "1 ? 2 : 3"
+  [2]
+  $ kxsetup-cli calc "1 & 2"
+  ! kxsetup-cli: calc: cannot evaluate the expression "1 & 2"
+  [2]
+  $ kxsetup-cli calc "(1 +) * 2"
+  ! kxsetup-cli: calc: cannot evaluate the expression "(1 +) * 2"
+  [2]
+  $ kxsetup-cli calc "2 * (1 2)"
+  ! kxsetup-cli: calc: cannot evaluate the expression "2 * (1 2)"
+  [2]
+
+Scale chains: backwards undoes the last step first ((8 / 2) - 1, not (8 - 1) / 2):
+  $ kxsetup-cli calc --forward 1000 "*10/256"
+  39.0625
+  $ kxsetup-cli calc --forward 3 "+1*2"
+  8
+  $ kxsetup-cli calc --backward 8 "+1*2"
+  3
+  $ kxsetup-cli calc --forward 5 "-40"
+  -35
+  $ kxsetup-cli calc --backward 9 "^2"
+  3
+  $ kxsetup-cli calc --forward 7 "*(2+3)"
+  35
+  $ kxsetup-cli calc --forward 5 ">3"
+  1
+  $ kxsetup-cli calc --backward 5 ">3"
+  0
+  $ kxsetup-cli calc --forward 1000 "*10/"
+  ! kxsetup-cli: calc: cannot evaluate the scale chain "*10/"
+  [2]
+  $ kxsetup-cli calc --forward 1 "10*"
+  ! kxsetup-cli: calc: cannot evaluate the scale chain "10*"
+  [2]
+  $ kxsetup-cli calc --forward 1 "*10 5"
+  ! kxsetup-cli: calc: cannot evaluate the scale chain "*10 5"
+  [2]
+  $ kxsetup-cli calc --forward 1 "*Speed"
+  ! kxsetup-cli: calc: cannot evaluate the scale chain "*Speed" (it names Speed, which only a loaded layout can resolve)
+  [2]
+  $ kxsetup-cli calc --forward 1 "(*10)"
+  ! kxsetup-cli: calc: cannot evaluate the scale chain "(*10)"
+  [2]
+  $ kxsetup-cli calc --forward 1 "&2"
+  ! kxsetup-cli: calc: cannot evaluate the scale chain "&2"
+  [2]

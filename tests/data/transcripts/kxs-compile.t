@@ -158,6 +158,15 @@ Comments and CRLF line ends:
   entries 2
   integer  A = 1 (1 bytes)
   string   B = "#not"
+A setting with an empty definition (a data block of exactly 8 bytes):
+  $ write empty-definition.kxl
+  < setting X 1 1 =
+  $ kxs-compile empty-definition.kxl -o empty-definition.kxs
+  $ kxsetup-cli layout empty-definition.kxs
+  version ""
+  format  1000
+  entries 1
+  setting  X address 0x0001 size 1 = ""
 Nothing:
   $ write ok13.kxl
   < # only a comment
@@ -372,6 +381,8 @@ Title of 256 bytes:
   bad7.kxl
   bad8.kxl
   bad9.kxl
+  empty-definition.kxl
+  empty-definition.kxs
   ok0.kxl
   ok0.kxs
   ok1.kxl
