@@ -3699,3 +3699,23 @@ Usage errors exit 1, failures 2, and neither prints on standard output:
   renamed.hex
   saved.hex
   three.hex
+
+A setting whose layout entry gives a negative size builds, and no image byte is copied
+into it:
+  $ write neg.kxl
+  < version "KX4-T"
+  < category C "Cat"
+  < setting Neg 0x10 -1 = num, N, u8, 0`100, [], 0, "Negative size", ""
+  < setting Fine 0x11 1 = num, F, u8, 0`100, [], 0, "Fine", ""
+  $ kxs-compile neg.kxl -o neg.kxs
+  $ kxhex-make - -o neg.hex
+  < fw 9
+  < kxs KX4-T
+  < bytes 0x10 0506
+  $ kxsetup-cli dump neg.hex --layout neg.kxs
+  $TMP/neg.hex
+  Firmware 9, layout KX4-T, ENQ ""; 2 settings, 0 problems
+  
+  Cat [C]
+    Neg              Negative size              0
+    Fine             Fine                       6
