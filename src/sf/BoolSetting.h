@@ -40,6 +40,7 @@ public:
     // and a byte outside the data.
     bool subIndexToOffset(int subIndex, int* byteIndex, int* bit) const;
     const QList<BitLabel>& getLabels() const { return m_labels; }
+    const QList<BitLabel>* bitLabels() const override { return &m_labels; }
 
 protected:
     // Reads field InputLabels into the labels (see BitLabelParser).

@@ -1,9 +1,7 @@
 #include "sf/Category.h"
 
 #include "sf/CategoryIndex.h"
-#include "sf/ExpandableSetting.h"
 #include "sf/Setting.h"
-#include "sf/WSISetting.h"
 
 #include <algorithm>
 #include <utility>
@@ -170,17 +168,16 @@ Setting* Category::findSettingByWsi(const QString& wsi) const {
         if (!m_wsiValid) {
             m_byWsi.clear();
             for (Setting* setting : m_settings) {
-                const auto* withWsi = dynamic_cast<const WSISetting*>(setting);
-                if (withWsi && !withWsi->getWsi().isEmpty() && !m_byWsi.contains(withWsi->getWsi()))
-                    m_byWsi.insert(withWsi->getWsi(), setting);
+                const QString wsi = setting->helpIdentifier();
+                if (!wsi.isEmpty() && !m_byWsi.contains(wsi))
+                    m_byWsi.insert(wsi, setting);
             }
             m_wsiValid = true;
         }
         Setting* found = m_byWsi.value(wsi, nullptr);
         if (!found)
             return nullptr;
-        const auto* withWsi = dynamic_cast<const WSISetting*>(found);
-        if (withWsi && withWsi->getWsi() == wsi)
+        if (found->helpIdentifier() == wsi)
             return found;
         m_wsiValid = false; // a WSI changed since the index was built
     }
@@ -467,7 +464,7 @@ bool Category::unexpandSetting(CategoryIndex* cell) {
 
 bool Category::setRowExpanded(CategoryIndex* cell, bool expanded) {
     if (!cell || !cell->m_content || cell->m_forcedSubIndex >= 0 ||
-        !cell->m_content->isExpandable() || !dynamic_cast<ExpandableSetting*>(cell->m_content))
+        !cell->m_content->isExpandable())
         return false;
     CategoryIndex* head = rowHead(cell);
     if (head->m_expanded == expanded)
@@ -533,15 +530,14 @@ bool Category::rowIsShown(const CategoryIndex* head) const {
 }
 
 bool Category::isFoldable(const CategoryIndex* cell) {
-    return cell->m_content && cell->m_forcedSubIndex < 0 && cell->m_content->isExpandable() &&
-           dynamic_cast<ExpandableSetting*>(cell->m_content);
+    return cell->m_content && cell->m_forcedSubIndex < 0 && cell->m_content->isExpandable();
 }
 
 int Category::desiredCellSize(const CategoryIndex* cell, bool expanded) {
     if (!isFoldable(cell))
         return DEFAULT_SIZE;
-    auto* group = dynamic_cast<ExpandableSetting*>(cell->m_content);
-    const int size = expanded ? group->expandedSize() : group->unexpandedSize();
+    Setting* group = cell->m_content;
+    const int size = expanded ? group->unfoldedRows() : group->foldedRows();
     return std::min(std::max(size, 1), MAX_CELL_SIZE);
 }
 
@@ -759,9 +755,9 @@ void Category::registerCell(CategoryIndex* cell) {
     if (m_codeNamesValid && !m_byCodeName.contains(setting->getCodeName()))
         m_byCodeName.insert(setting->getCodeName(), setting);
     if (m_wsiValid) {
-        const auto* withWsi = dynamic_cast<const WSISetting*>(setting);
-        if (withWsi && !withWsi->getWsi().isEmpty() && !m_byWsi.contains(withWsi->getWsi()))
-            m_byWsi.insert(withWsi->getWsi(), setting);
+        const QString wsi = setting->helpIdentifier();
+        if (!wsi.isEmpty() && !m_byWsi.contains(wsi))
+            m_byWsi.insert(wsi, setting);
     }
 }
 

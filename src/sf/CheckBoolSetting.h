@@ -43,6 +43,7 @@ public:
     // As BoolSetting::subIndexToOffset without the size-in-bits test.
     bool subIndexToOffset(int subIndex, int* byteIndex, int* bit) const;
     const QList<BitLabel>& getLabels() const { return m_labels; }
+    const QList<BitLabel>* bitLabels() const override { return &m_labels; }
 
 protected:
     // Reads field InputBoxes into the labels (see BitLabelParser).

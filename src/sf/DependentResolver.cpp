@@ -1,7 +1,6 @@
 #include "sf/DependentResolver.h"
 
 #include "sf/BitField.h"
-#include "sf/MultiSetting.h"
 #include "sf/Setting.h"
 #include "sf/parser/CalcParser.h"
 
@@ -85,11 +84,10 @@ bool DependentResolver::referenceValue(Setting* setting, int subIndex, double* v
         return false;
     }
     if (subIndex >= 0) {
-        auto* multi = dynamic_cast<MultiSetting*>(setting);
-        if (!multi || subIndex >= multi->subIndices()) {
+        if (subIndex >= setting->subIndexCount()) {
             return false;
         }
-        const QVariant state = multi->getData(subIndex, RoleEdit);
+        const QVariant state = setting->subIndexData(subIndex, RoleEdit);
         if (!state.isValid()) {
             return false;
         }

@@ -15,6 +15,12 @@ public:
     // Rows taken while unfolded and while folded.
     virtual int expandedSize() = 0;
     virtual int unexpandedSize() = 0;
+
+    int unfoldedRows() override { return expandedSize(); }
+    int foldedRows() override { return unexpandedSize(); }
+
+protected:
+    bool folds() const override { return true; }
 };
 
 } // namespace sf

@@ -18,6 +18,12 @@ public:
     virtual QVariant getData(int subIndex, DataRole role) = 0;
     virtual bool setData(int subIndex, const QVariant& value) = 0;
     virtual int subIndices() = 0;
+
+    int subIndexCount() override { return subIndices(); }
+    QVariant subIndexData(int subIndex, DataRole role) override { return getData(subIndex, role); }
+
+protected:
+    bool hasSubIndices() const override { return true; }
 };
 
 } // namespace sf

@@ -1,8 +1,6 @@
 #include "sf/Setting.h"
 
-#include "sf/ExpandableSetting.h"
 #include "sf/FieldEvaluator.h"
-#include "sf/MultiSetting.h"
 #include "sf/NumericPreprocessor.h"
 #include "sf/SettingHost.h"
 #include "sf/StringPurifier.h"
@@ -93,8 +91,12 @@ int Setting::getPreset() const {
     return isInitialized() ? m_preset : 0;
 }
 
+QVariant Setting::subIndexData(int, DataRole) {
+    return QVariant();
+}
+
 void Setting::setMulti(bool multi) {
-    if (dynamic_cast<MultiSetting*>(this)) {
+    if (hasSubIndices()) {
         m_multi = multi;
     } else {
         m_multi = false;
@@ -103,7 +105,7 @@ void Setting::setMulti(bool multi) {
 }
 
 void Setting::setExpandable(bool expandable) {
-    m_expandable = dynamic_cast<ExpandableSetting*>(this) ? expandable : false;
+    m_expandable = folds() ? expandable : false;
 }
 
 TokenList* Setting::getTokenList() const {

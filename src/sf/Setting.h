@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sf/BitLabels.h"
 #include "sf/FieldEvaluator.h"
 #include "sf/SettingTypes.h"
 #include "sf/parser/Token.h"
@@ -58,6 +59,19 @@ public:
     // always byte-reversed between the image (most significant first) and the host.
     virtual bool isBigEndian() const;
 
+    // --- what a kind adds, asked without knowing the kind ---
+    // The help identifier (WSI) of kinds that have one; empty otherwise.
+    virtual QString helpIdentifier() const { return QString(); }
+    // The labels of the bits of kinds that have labelled bits; null otherwise.
+    virtual const QList<BitLabel>* bitLabels() const { return nullptr; }
+    // The sub-indices (bits shown as rows of their own) of kinds that have them, and one
+    // sub-index's answer; 0 and an invalid value for the others.
+    virtual int subIndexCount() { return 0; }
+    virtual QVariant subIndexData(int subIndex, DataRole role);
+    // Rows a foldable kind takes while unfolded and folded; 0 for kinds that do not fold.
+    virtual int unfoldedRows() { return 0; }
+    virtual int foldedRows() { return 0; }
+
     // --- identity and flags ---
     const QString& getCodeName() const { return m_codeName; }
     // The code name without a final digit or preset letter (settings differing only in
@@ -69,9 +83,10 @@ public:
     int getPreset() const;
     bool isMulti() const { return m_multi; }
     bool isExpandable() const { return m_expandable; }
-    // Stored only by a MultiSetting; anything else clears both multi and expandable.
+    // Stored only by a kind with sub-indices; anything else clears both multi and
+    // expandable.
     void setMulti(bool multi);
-    // Stored only by an ExpandableSetting; anything else clears it.
+    // Stored only by a foldable kind; anything else clears it.
     void setExpandable(bool expandable);
     bool isEnabled() const { return m_enabled; }
     void setEnabled(bool enabled) { m_enabled = enabled; }
@@ -164,6 +179,10 @@ signals:
     void problem(const QString& message);
 
 protected:
+    // Whether the kind has sub-indices, and whether it folds; setMulti and setExpandable
+    // store their flags only where these allow.
+    virtual bool hasSubIndices() const { return false; }
+    virtual bool folds() const { return false; }
     // Emits problem(message), once per distinct message: fields are evaluated whenever
     // they are read, and a malformed one would otherwise repeat its message each time.
     void report(const QString& message);

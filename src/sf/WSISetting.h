@@ -15,6 +15,7 @@ public:
     QVariant getData(DataRole role) override;
 
     const QString& getWsi() const { return m_wsi; }
+    QString helpIdentifier() const override { return m_wsi; }
     void setWsi(const QString& wsi) { m_wsi = wsi; }
 
 protected:
