@@ -140,10 +140,11 @@ void TestListSetting::dataRoles() {
 void TestListSetting::nameFollowsOtherSetting() {
     FakeSettingHost host;
     addLists(host);
-    Setting* mode = host.build(QStringLiteral("Mode1"), QStringLiteral("num, MODE, u8"), hexBytes("01"));
-    Setting* list = host.build(QStringLiteral("Chem1"),
-                               QStringLiteral("list, CHEM, CHEM_COUNT, CHEM_0, Mode1 ? \"A\" : \"B\""),
-                               hexBytes("01"));
+    Setting* mode =
+        host.build(QStringLiteral("Mode1"), QStringLiteral("num, MODE, u8"), hexBytes("01"));
+    Setting* list = host.build(
+        QStringLiteral("Chem1"),
+        QStringLiteral("list, CHEM, CHEM_COUNT, CHEM_0, Mode1 ? \"A\" : \"B\""), hexBytes("01"));
     QVERIFY(mode && list);
     QVERIFY(host.finishAll());
     QVERIFY(mode->getDependents().contains(list));

@@ -238,7 +238,8 @@ void TestNumSetting::rangeFollowsOtherSetting() {
 // A range that stops being a range (the other branch of a condition) fails the update.
 void TestNumSetting::rangeThatCannotBeComputedFailsTheUpdate() {
     FakeSettingHost host;
-    Setting* mode = host.build(QStringLiteral("Mode1"), QStringLiteral("num, M, u8"), hexBytes("01"));
+    Setting* mode =
+        host.build(QStringLiteral("Mode1"), QStringLiteral("num, M, u8"), hexBytes("01"));
     Setting* limit = host.build(QStringLiteral("Limit1"),
                                 QStringLiteral("num, LIM, u8, Mode1 ? 0`100 : 7"), hexBytes("05"));
     QVERIFY(mode && limit);

@@ -1,7 +1,7 @@
-#include "SettingAssignment.h"
+#include "sf/SettingAssignment.h"
 
-#include "SettingValues.h"
-#include "SettingsSession.h"
+#include "sf/SettingText.h"
+#include "sf/SetupFile.h"
 
 #include "sf/NumSetting.h"
 #include "sf/Setting.h"
@@ -11,7 +11,7 @@
 
 #include <cmath>
 
-namespace cli {
+namespace sf {
 
 namespace {
 
@@ -45,10 +45,9 @@ quint64 largestValue(int bits) {
     return bits >= 64 ? ~quint64(0) : (quint64(1) << bits) - 1;
 }
 
-QString rangeText(sf::SettingManager& manager, sf::Setting* setting, double minimum,
-                  double maximum) {
+QString rangeText(SettingManager& manager, Setting* setting, double minimum, double maximum) {
     QString units;
-    if (auto* num = qobject_cast<sf::NumSetting*>(setting)) {
+    if (auto* num = qobject_cast<NumSetting*>(setting)) {
         units = num->getUnits();
     }
     Q_UNUSED(manager);
@@ -63,7 +62,7 @@ bool inRange(double value, double minimum, double maximum) {
 }
 
 struct Target {
-    sf::SettingManager& manager;
+    SettingManager& manager;
     const SettingRef& ref;
     QString code;  // the setting's code name
     QString label; // how messages name it: the code name, or NAME[k] for a bit
@@ -87,7 +86,7 @@ AssignResult assignBit(const Target& t) {
     if (!parseBit(t.value, &state)) {
         return t.refuse(QStringLiteral("\"%1\" is no bit value (0 or 1)").arg(t.value));
     }
-    if (t.manager.getSettingData(t.code, sf::RoleEdit, t.ref.subIndex).toBool() == state) {
+    if (t.manager.getSettingData(t.code, RoleEdit, t.ref.subIndex).toBool() == state) {
         return AssignResult::Unchanged;
     }
     return t.set(QVariant(state));
@@ -99,8 +98,8 @@ AssignResult assignNumber(const Target& t) {
     if (!ok || !std::isfinite(v)) {
         return t.refuse(QStringLiteral("\"%1\" is no number").arg(t.value));
     }
-    const QVariant minimum = t.manager.getSettingData(t.code, sf::RoleMinimum);
-    const QVariant maximum = t.manager.getSettingData(t.code, sf::RoleMaximum);
+    const QVariant minimum = t.manager.getSettingData(t.code, RoleMinimum);
+    const QVariant maximum = t.manager.getSettingData(t.code, RoleMaximum);
     if (minimum.isValid() && maximum.isValid() &&
         !inRange(v, minimum.toDouble(), maximum.toDouble())) {
         return t.refuse(QStringLiteral("%1 is out of range (%2)")
@@ -131,7 +130,7 @@ AssignResult assignList(const Target& t) {
                             .arg(t.value, options.join(QStringLiteral(", ")))
                             .arg(options.size() - 1));
     }
-    if (t.manager.getSettingData(t.code, sf::RoleEdit).toInt() == index) {
+    if (t.manager.getSettingData(t.code, RoleEdit).toInt() == index) {
         return AssignResult::Unchanged;
     }
     return t.set(QVariant(index));
@@ -149,10 +148,10 @@ AssignResult assignWhole(const Target& t) {
                             .arg(bits)
                             .arg(largestValue(bits)));
     }
-    if (t.manager.getSettingData(t.code, sf::RoleRaw).toULongLong() == v) {
+    if (t.manager.getSettingData(t.code, RoleRaw).toULongLong() == v) {
         return AssignResult::Unchanged;
     }
-    if (t.ref.setting->getType() == sf::TypeBool) {
+    if (t.ref.setting->getType() == TypeBool) {
         return t.set(QVariant(static_cast<qulonglong>(v)));
     }
     // A check box group takes its bytes, most significant first.
@@ -194,16 +193,16 @@ bool parseAssignments(const QByteArray& text, const QString& name, QList<Assignm
     return true;
 }
 
-AssignResult assign(SettingsSession& session, const Assignment& assignment, QString* error) {
+AssignResult assign(SetupFile& file, const Assignment& assignment, QString* error) {
     SettingRef ref;
     QString why;
     const QString prefix =
         assignment.origin.isEmpty() ? QString() : assignment.origin + QStringLiteral(": ");
-    if (!session.resolve(assignment.name, &ref, &why)) {
+    if (!file.resolve(assignment.name, &ref, &why)) {
         *error = prefix + why;
         return AssignResult::Refused;
     }
-    sf::SettingManager& manager = session.manager();
+    SettingManager& manager = file.manager();
     const QString code = ref.setting->getCodeName();
     const QString label =
         ref.subIndex >= 0 ? QStringLiteral("%1[%2]").arg(code).arg(ref.subIndex) : code;
@@ -217,14 +216,14 @@ AssignResult assign(SettingsSession& session, const Assignment& assignment, QStr
             result = assignBit(t);
         } else {
             switch (ref.setting->getType()) {
-            case sf::TypeNum:
+            case TypeNum:
                 result = assignNumber(t);
                 break;
-            case sf::TypeList:
+            case TypeList:
                 result = assignList(t);
                 break;
-            case sf::TypeBool:
-            case sf::TypeCheckBool:
+            case TypeBool:
+            case TypeCheckBool:
                 result = assignWhole(t);
                 break;
             default:
@@ -242,4 +241,4 @@ AssignResult assign(SettingsSession& session, const Assignment& assignment, QStr
     return result;
 }
 
-} // namespace cli
+} // namespace sf

@@ -4,9 +4,9 @@
 #include <QList>
 #include <QString>
 
-namespace cli {
+namespace sf {
 
-class SettingsSession;
+class SetupFile;
 
 // One NAME=VALUE of the set command. NAME is a code name, a help identifier (WSI), a
 // bit as NAME[k] or a bit's help identifier.
@@ -32,6 +32,6 @@ enum class AssignResult { Changed, Unchanged, Refused };
 // 0/1 (also off/on, false/true, no/yes) in its shown sense; a bit field's or check box
 // group's whole value as an unsigned integer (decimal or 0x hexadecimal). Disabled
 // settings are not edited. Refused with *error naming the setting and what it accepts.
-AssignResult assign(SettingsSession& session, const Assignment& assignment, QString* error);
+AssignResult assign(SetupFile& file, const Assignment& assignment, QString* error);
 
-} // namespace cli
+} // namespace sf

@@ -1,13 +1,8 @@
-#include "SettingsSession.h"
-
-#include "Command.h"
+#include "sf/SetupFile.h"
 
 #include "app/Constants.h"
-#include "sf/BoolSetting.h"
-#include "sf/CheckBoolSetting.h"
 #include "sf/Setting.h"
 #include "sf/SettingManager.h"
-#include "sf/WSISetting.h"
 #include "sf/parser/HexParser.h"
 #include "util/VersionCatalogue.h"
 #include "util/VersionParser.h"
@@ -20,29 +15,19 @@
 
 #include <cstdio>
 
-namespace cli {
+namespace sf {
 
 namespace {
 
-const QList<sf::BitLabel>* labelsOf(sf::Setting* setting) {
-    if (auto* b = qobject_cast<sf::BoolSetting*>(setting)) {
-        return &b->getLabels();
-    }
-    if (auto* c = qobject_cast<sf::CheckBoolSetting*>(setting)) {
-        return &c->getLabels();
-    }
-    return nullptr;
-}
-
 QString loadErrorText(int code, const util::VersionContainer& version) {
     switch (code) {
-    case sf::SettingManager::LoadLayoutFailed:
+    case SettingManager::LoadLayoutFailed:
         return QStringLiteral("cannot open the layout file %1").arg(version.kxsFilePath);
-    case sf::SettingManager::LoadImageFailed:
+    case SettingManager::LoadImageFailed:
         return QStringLiteral("not a setup file, or corrupt or empty");
-    case sf::SettingManager::LoadNoVersion:
+    case SettingManager::LoadNoVersion:
         return QStringLiteral("the layout file %1 carries no version").arg(version.kxsFilePath);
-    case sf::SettingManager::LoadVersionMismatch:
+    case SettingManager::LoadVersionMismatch:
         return QStringLiteral("the file's versions differ from the layout's");
     default:
         return QStringLiteral("cannot load the settings (error %1)").arg(code);
@@ -51,14 +36,14 @@ QString loadErrorText(int code, const util::VersionContainer& version) {
 
 } // namespace
 
-SettingsSession::SettingsSession() : m_manager(std::make_unique<sf::SettingManager>()) {
-    QObject::connect(m_manager.get(), &sf::SettingManager::problem,
+SetupFile::SetupFile() : m_manager(std::make_unique<SettingManager>()) {
+    QObject::connect(m_manager.get(), &SettingManager::problem,
                      [this](const QString& message) { m_messages.append(message); });
 }
 
-SettingsSession::~SettingsSession() = default;
+SetupFile::~SetupFile() = default;
 
-bool SettingsSession::open(const QString& path, const QString& layoutPath, QString* error) {
+bool SetupFile::open(const QString& path, const QString& layoutPath, QString* error) {
     m_path = path;
     m_messages.clear();
     m_problems = 0;
@@ -66,16 +51,17 @@ bool SettingsSession::open(const QString& path, const QString& layoutPath, QStri
         *error = QStringLiteral("no such file");
         return false;
     }
-    const bool found = layoutPath.isEmpty()
-                           ? versionFromCatalogue(sf::parser::HexParser::getFwVersion(path), error)
-                           : versionFromLayout(layoutPath, error);
+    // The image's metadata, read once.
+    const parser::HexParser::Metadata meta = parser::HexParser::readAllMetadata(path);
+    const bool found =
+        layoutPath.isEmpty()
+            ? versionFromCatalogue(meta.fwVersion, error)
+            : versionFromLayout(layoutPath, meta.fwVersion, meta.kxsVersion, meta.enqString, error);
     if (!found) {
         return false;
     }
-    // As the file model opens a file: the processor kind from the layout version, and
-    // the versions the image records are not checked.
-    m_manager->set_processor_type(sf::SettingManager::processorTypeFor(
-        m_version.kxsVersion, m_manager->get_processor_type()));
+    // The manager chooses the processor kind from the layout version; the versions the
+    // image records are not checked.
     const int result = m_manager->loadRawSettings(m_version, path, true);
     if (result < 0) {
         *error = loadErrorText(result, m_version);
@@ -85,7 +71,7 @@ bool SettingsSession::open(const QString& path, const QString& layoutPath, QStri
     return true;
 }
 
-bool SettingsSession::versionFromCatalogue(const QString& fwVersion, QString* error) {
+bool SetupFile::versionFromCatalogue(const QString& fwVersion, QString* error) {
     if (fwVersion.isEmpty()) {
         *error =
             QStringLiteral("the file names no firmware version; give its layout with --layout");
@@ -114,21 +100,22 @@ bool SettingsSession::versionFromCatalogue(const QString& fwVersion, QString* er
     return false;
 }
 
-bool SettingsSession::versionFromLayout(const QString& layoutPath, QString* error) {
+bool SetupFile::versionFromLayout(const QString& layoutPath, const QString& fw, const QString& kxs,
+                                  const QString& enq, QString* error) {
     if (!QFileInfo(layoutPath).isFile()) {
         *error = QStringLiteral("no layout file %1").arg(layoutPath);
         return false;
     }
     util::VersionContainer v;
-    v.fwVersion = sf::parser::HexParser::getFwVersion(m_path);
-    v.kxsVersion = sf::parser::HexParser::getKxsVersion(m_path);
-    v.enqString = sf::parser::HexParser::getEnqString(m_path);
+    v.fwVersion = fw;
+    v.kxsVersion = kxs;
+    v.enqString = enq;
     v.kxsFilePath = QFileInfo(layoutPath).absoluteFilePath();
     m_version = v;
     return true;
 }
 
-bool SettingsSession::resolve(const QString& name, SettingRef* ref, QString* error) const {
+bool SetupFile::resolve(const QString& name, SettingRef* ref, QString* error) const {
     static const QRegularExpression bitPattern(QStringLiteral("^(.+)\\[(\\d+)\\]$"));
     QString base = name;
     int subIndex = -1;
@@ -142,14 +129,14 @@ bool SettingsSession::resolve(const QString& name, SettingRef* ref, QString* err
             return false;
         }
     }
-    sf::Setting* setting = m_manager->getSetting(base);
+    Setting* setting = m_manager->getSetting(base);
     if (!setting) {
         setting = m_manager->getSettingByWsi(base);
     }
     if (!setting && subIndex < 0) {
         // A bit by the help identifier of its label.
-        for (sf::Setting* s : m_manager->getSettings()) {
-            const QList<sf::BitLabel>* labels = labelsOf(s);
+        for (Setting* s : m_manager->getSettings()) {
+            const QList<BitLabel>* labels = s->bitLabels();
             for (int k = 0; labels && k < labels->size(); ++k) {
                 if (!labels->at(k).wsi.isEmpty() && labels->at(k).wsi == base) {
                     ref->setting = s;
@@ -164,7 +151,7 @@ bool SettingsSession::resolve(const QString& name, SettingRef* ref, QString* err
         return false;
     }
     if (subIndex >= 0) {
-        const QList<sf::BitLabel>* labels = labelsOf(setting);
+        const QList<BitLabel>* labels = setting->bitLabels();
         if (!labels) {
             *error = QStringLiteral("%1 is no bit field").arg(setting->getCodeName());
             return false;
@@ -182,7 +169,7 @@ bool SettingsSession::resolve(const QString& name, SettingRef* ref, QString* err
     return true;
 }
 
-bool SettingsSession::saveTo(const QString& target, QString* error) {
+bool SetupFile::saveTo(const QString& target, QString* error) {
     const QFileInfo info(target);
     QTemporaryFile temp(info.absolutePath() + QStringLiteral("/.") + info.fileName() +
                         QStringLiteral(".XXXXXX"));
@@ -221,15 +208,4 @@ bool SettingsSession::saveTo(const QString& target, QString* error) {
     return true;
 }
 
-void warnProblems(Context& ctx, const SettingsSession& session) {
-    if (session.problems() > 0) {
-        ctx.err << "kxsetup-cli: warning: " << session.path() << ": " << session.problems()
-                << " settings could not be read\n";
-    }
-    for (const QString& message : session.messages()) {
-        ctx.err << "kxsetup-cli: warning: " << session.path() << ": " << message << "\n";
-    }
-    ctx.err.flush();
-}
-
-} // namespace cli
+} // namespace sf

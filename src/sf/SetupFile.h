@@ -8,13 +8,9 @@
 #include <memory>
 
 namespace sf {
+
 class Setting;
 class SettingManager;
-} // namespace sf
-
-namespace cli {
-
-struct Context;
 
 // A setting named on the command line: the whole setting, or one bit (sub-index) of a
 // bit field or check box group.
@@ -23,16 +19,18 @@ struct SettingRef {
     int subIndex = -1;
 };
 
-// One setup or firmware file opened through the setting manager the way the
-// application's file model opens it: the version comes from the file's firmware
-// version and the catalogue of ./data/firmware (layouts in ./data/kxs), or from a
-// layout file given explicitly, and the image is loaded ignoring the versions it records.
-class SettingsSession {
+// One setup or firmware file opened through a setting manager: the one way the
+// command-line tool and the application's file models open, look up and save a file.
+// The version comes from the file's firmware version and the catalogue of
+// ./data/firmware (layouts in ./data/kxs), or from a layout file given explicitly; the
+// manager chooses the processor kind from the layout's version text and loads the image
+// ignoring the versions it records.
+class SetupFile {
 public:
-    SettingsSession();
-    ~SettingsSession();
-    SettingsSession(const SettingsSession&) = delete;
-    SettingsSession& operator=(const SettingsSession&) = delete;
+    SetupFile();
+    ~SetupFile();
+    SetupFile(const SetupFile&) = delete;
+    SetupFile& operator=(const SetupFile&) = delete;
 
     // Opens the file at path (absolute). With an empty layoutPath the file's firmware
     // version must be in the catalogue; otherwise the layout file is used and the file's
@@ -56,13 +54,14 @@ public:
     // Saves the settings into target the way the application saves a setup file (the
     // whole address range, records replaced, reformatted with 16 bytes per record). The
     // image is written to a temporary file next to target, which then replaces target in
-    // one step: target is either the old or the new file. The session's own file is the
+    // one step: target is either the old or the new file. The file itself is the
     // starting image, so target may be a new file.
     bool saveTo(const QString& target, QString* error);
 
 private:
     bool versionFromCatalogue(const QString& fwVersion, QString* error);
-    bool versionFromLayout(const QString& layoutPath, QString* error);
+    bool versionFromLayout(const QString& layoutPath, const QString& fw, const QString& kxs,
+                           const QString& enq, QString* error);
 
     std::unique_ptr<sf::SettingManager> m_manager;
     util::VersionContainer m_version;
@@ -71,9 +70,4 @@ private:
     QStringList m_messages;
 };
 
-// Prints the session's problems to the error stream as warnings ("kxsetup-cli:
-// warning: FILE: ..."): the count of settings that could not be read and every message
-// the settings reported. Nothing for a clean load.
-void warnProblems(Context& ctx, const SettingsSession& session);
-
-} // namespace cli
+} // namespace sf

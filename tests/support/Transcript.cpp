@@ -48,7 +48,8 @@ QByteArray encode(QByteArray line) {
         } else if (plain(c, utf8)) {
             out += c;
         } else {
-            out += "\\x" + QByteArray::number(static_cast<unsigned char>(c), 16).rightJustified(2, '0');
+            out += "\\x" +
+                   QByteArray::number(static_cast<unsigned char>(c), 16).rightJustified(2, '0');
         }
     }
     return out + kEsc + suffix;
@@ -152,7 +153,8 @@ ToolResult builtin(const QStringList& args, const QByteArray& input, const QStri
     } else if (name == QLatin1String("cat")) {
         r.out = readFile(path(1), &ok);
     } else if (name == QLatin1String("ls")) {
-        r.out = QDir(path(1)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).join('\n').toUtf8();
+        r.out =
+            QDir(path(1)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).join('\n').toUtf8();
         r.out += r.out.isEmpty() ? "" : "\n";
     } else if (name == QLatin1String("cmp")) {
         bool okB = true;

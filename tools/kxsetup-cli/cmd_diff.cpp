@@ -2,9 +2,10 @@
 // firmware files (of the same or of different firmware versions), matched by help
 // identifier (WSI) and then by code name, and the settings found in only one of them.
 #include "Command.h"
+#include "Problems.h"
 
-#include "SettingValues.h"
-#include "SettingsSession.h"
+#include "sf/SettingText.h"
+#include "sf/SetupFile.h"
 
 #include "sf/RawSetting.h"
 #include "sf/Setting.h"
@@ -46,7 +47,7 @@ QList<sf::Setting*> inLayoutOrder(sf::SettingManager& manager) {
 // else the one of the same code name when that has no help identifier of its own
 // found in A.
 sf::Setting* counterpart(sf::SettingManager& a, sf::SettingManager& b, sf::Setting* s) {
-    const QString wsi = cli::wsiOf(s);
+    const QString wsi = s->helpIdentifier();
     if (!wsi.isEmpty()) {
         if (sf::Setting* byWsi = b.getSettingByWsi(wsi)) {
             return byWsi;
@@ -54,7 +55,7 @@ sf::Setting* counterpart(sf::SettingManager& a, sf::SettingManager& b, sf::Setti
     }
     sf::Setting* byName = b.getSetting(s->getCodeName());
     if (byName && byName->getType() == s->getType()) {
-        const QString otherWsi = cli::wsiOf(byName);
+        const QString otherWsi = byName->helpIdentifier();
         if (otherWsi.isEmpty() || otherWsi == wsi || !a.getSettingByWsi(otherWsi)) {
             return byName;
         }
@@ -65,8 +66,8 @@ sf::Setting* counterpart(sf::SettingManager& a, sf::SettingManager& b, sf::Setti
 // Bits are compared by label, so a bit that moved within its field still matches.
 void compareBits(sf::SettingManager& a, sf::SettingManager& b, sf::Setting* sa, sf::Setting* sb,
                  QList<Difference>* out) {
-    const QStringList labelsA = cli::bitLabels(sa);
-    const QStringList labelsB = cli::bitLabels(sb);
+    const QStringList labelsA = sf::bitLabelTexts(sa);
+    const QStringList labelsB = sf::bitLabelTexts(sb);
     for (int i = 0; i < labelsA.size(); ++i) {
         const int j = labelsB.indexOf(labelsA.at(i));
         if (j < 0) {
@@ -77,7 +78,7 @@ void compareBits(sf::SettingManager& a, sf::SettingManager& b, sf::Setting* sa, 
         if (va != vb) {
             out->append({QStringLiteral("%1[%2]").arg(sa->getCodeName()).arg(i),
                          QStringLiteral("%1[%2]").arg(sb->getCodeName()).arg(j), QString(),
-                         labelsA.at(i), cli::shownText(a, {sa, i}), cli::shownText(b, {sb, j})});
+                         labelsA.at(i), sf::shownText(a, {sa, i}), sf::shownText(b, {sb, j})});
         }
     }
 }
@@ -88,7 +89,7 @@ bool sameValue(sf::SettingManager& a, sf::SettingManager& b, sf::Setting* sa, sf
                b.getSettingData(sb->getCodeName(), sf::RoleEdit);
     }
     // Lists by the chosen text (the option lists of two layouts may differ).
-    return cli::shownText(a, {sa, -1}) == cli::shownText(b, {sb, -1});
+    return sf::shownText(a, {sa, -1}) == sf::shownText(b, {sb, -1});
 }
 
 Comparison compare(sf::SettingManager& a, sf::SettingManager& b) {
@@ -105,8 +106,8 @@ Comparison compare(sf::SettingManager& a, sf::SettingManager& b) {
         if (multi && sb->getType() == sa->getType()) {
             compareBits(a, b, sa, sb, &c.differ);
         } else if (!sameValue(a, b, sa, sb)) {
-            c.differ.append({sa->getCodeName(), sb->getCodeName(), cli::wsiOf(sa), QString(),
-                             cli::shownText(a, {sa, -1}), cli::shownText(b, {sb, -1})});
+            c.differ.append({sa->getCodeName(), sb->getCodeName(), sa->helpIdentifier(), QString(),
+                             sf::shownText(a, {sa, -1}), sf::shownText(b, {sb, -1})});
         }
     }
     for (sf::Setting* sb : inLayoutOrder(b)) {
@@ -122,12 +123,11 @@ QString named(const QString& a, const QString& b) {
 }
 
 QString namedSetting(sf::Setting* s) {
-    const QString wsi = cli::wsiOf(s);
+    const QString wsi = s->helpIdentifier();
     return wsi.isEmpty() ? s->getCodeName() : QStringLiteral("%1 (%2)").arg(s->getCodeName(), wsi);
 }
 
-void printPlain(cli::Context& ctx, cli::SettingsSession& a, cli::SettingsSession& b,
-                const Comparison& c) {
+void printPlain(cli::Context& ctx, sf::SetupFile& a, sf::SetupFile& b, const Comparison& c) {
     ctx.out << "--- " << a.path() << " (firmware " << a.manager().getFwVersion() << ")\n"
             << "+++ " << b.path() << " (firmware " << b.manager().getFwVersion() << ")\n";
     for (const Difference& d : c.differ) {
@@ -138,11 +138,11 @@ void printPlain(cli::Context& ctx, cli::SettingsSession& a, cli::SettingsSession
         ctx.out << ": " << d.from << " -> " << d.to << "\n";
     }
     for (sf::Setting* s : c.onlyA) {
-        ctx.out << "- " << namedSetting(s) << ": " << cli::shownText(a.manager(), {s, -1})
+        ctx.out << "- " << namedSetting(s) << ": " << sf::shownText(a.manager(), {s, -1})
                 << " (only in " << a.manager().getFwVersion() << ")\n";
     }
     for (sf::Setting* s : c.onlyB) {
-        ctx.out << "+ " << namedSetting(s) << ": " << cli::shownText(b.manager(), {s, -1})
+        ctx.out << "+ " << namedSetting(s) << ": " << sf::shownText(b.manager(), {s, -1})
                 << " (only in " << b.manager().getFwVersion() << ")\n";
     }
     ctx.out << c.differ.size() << " differ, " << c.onlyA.size() << " only in A, " << c.onlyB.size()
@@ -154,15 +154,14 @@ QJsonArray jsonOnly(sf::SettingManager& manager, const QList<sf::Setting*>& sett
     for (sf::Setting* s : settings) {
         QJsonObject o;
         o.insert(QStringLiteral("code"), s->getCodeName());
-        o.insert(QStringLiteral("wsi"), cli::wsiOf(s));
-        o.insert(QStringLiteral("value"), cli::shownText(manager, {s, -1}));
+        o.insert(QStringLiteral("wsi"), s->helpIdentifier());
+        o.insert(QStringLiteral("value"), sf::shownText(manager, {s, -1}));
         list.append(o);
     }
     return list;
 }
 
-void printJson(cli::Context& ctx, cli::SettingsSession& a, cli::SettingsSession& b,
-               const Comparison& c) {
+void printJson(cli::Context& ctx, sf::SetupFile& a, sf::SetupFile& b, const Comparison& c) {
     QJsonArray differ;
     for (const Difference& d : c.differ) {
         QJsonObject o;
@@ -192,8 +191,8 @@ int runDiff(cli::Context& ctx) {
     if (ctx.args.size() != 2) {
         return cli::usageError(ctx, QStringLiteral("diff"), QStringLiteral("give two files"));
     }
-    cli::SettingsSession a;
-    cli::SettingsSession b;
+    sf::SetupFile a;
+    sf::SetupFile b;
     QString error;
     const QString fileA = ctx.filePath(ctx.args.at(0));
     const QString fileB = ctx.filePath(ctx.args.at(1));

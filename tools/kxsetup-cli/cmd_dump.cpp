@@ -1,9 +1,10 @@
 // kxsetup-cli dump FILE [--layout L.kxs] [--json]: every setting of a setup or firmware
 // file in layout order, grouped by category in the plain form.
 #include "Command.h"
+#include "Problems.h"
 
-#include "SettingValues.h"
-#include "SettingsSession.h"
+#include "sf/SettingText.h"
+#include "sf/SetupFile.h"
 
 #include "sf/Category.h"
 #include "sf/NumSetting.h"
@@ -28,7 +29,7 @@ QJsonValue jsonInteger(const QVariant& value) {
 
 QJsonArray jsonBits(sf::SettingManager& manager, sf::Setting* s) {
     QJsonArray bits;
-    const QStringList labels = cli::bitLabels(s);
+    const QStringList labels = sf::bitLabelTexts(s);
     for (int k = 0; k < labels.size(); ++k) {
         QJsonObject bit;
         bit.insert(QStringLiteral("label"), labels.at(k));
@@ -54,8 +55,8 @@ QJsonObject jsonSetting(sf::SettingManager& manager, const sf::RawSetting* raw) 
     o.insert(QStringLiteral("base"), s->getBaseCodeName());
     o.insert(QStringLiteral("category"), s->getCategory());
     o.insert(QStringLiteral("preset"), s->getPreset());
-    o.insert(QStringLiteral("type"), cli::kindName(s));
-    const QString wsi = cli::wsiOf(s);
+    o.insert(QStringLiteral("type"), sf::kindName(s));
+    const QString wsi = s->helpIdentifier();
     if (!wsi.isEmpty()) {
         o.insert(QStringLiteral("wsi"), wsi);
     }
@@ -73,7 +74,7 @@ QJsonObject jsonSetting(sf::SettingManager& manager, const sf::RawSetting* raw) 
     }
     // A list's display role holds its options; its display text is the chosen one.
     o.insert(QStringLiteral("display"),
-             type == sf::TypeList ? cli::shownText(manager, {s, -1})
+             type == sf::TypeList ? sf::shownText(manager, {s, -1})
                                   : manager.getSettingData(code, sf::RoleDisplay).toString());
     const QVariant minimum = manager.getSettingData(code, sf::RoleMinimum);
     const QVariant maximum = manager.getSettingData(code, sf::RoleMaximum);
@@ -86,7 +87,7 @@ QJsonObject jsonSetting(sf::SettingManager& manager, const sf::RawSetting* raw) 
     }
     if (type == sf::TypeList) {
         o.insert(QStringLiteral("options"),
-                 QJsonArray::fromStringList(cli::listOptions(manager, s)));
+                 QJsonArray::fromStringList(sf::listOptions(manager, s)));
     }
     if (type == sf::TypeBool || type == sf::TypeCheckBool) {
         o.insert(QStringLiteral("bits"), jsonBits(manager, s));
@@ -94,13 +95,13 @@ QJsonObject jsonSetting(sf::SettingManager& manager, const sf::RawSetting* raw) 
     return o;
 }
 
-void printJson(cli::Context& ctx, cli::SettingsSession& session) {
-    sf::SettingManager& manager = session.manager();
+void printJson(cli::Context& ctx, sf::SetupFile& setup) {
+    sf::SettingManager& manager = setup.manager();
     QJsonObject root;
     root.insert(QStringLiteral("fw"), manager.getFwVersion());
     root.insert(QStringLiteral("kxs"), manager.getKxsVersion());
     root.insert(QStringLiteral("enq"), manager.getEnqString());
-    root.insert(QStringLiteral("problems"), session.problems());
+    root.insert(QStringLiteral("problems"), setup.problems());
     QJsonArray categories;
     for (sf::Category* c : manager.getCategories()) {
         QJsonObject o;
@@ -138,20 +139,20 @@ void printSetting(cli::Context& ctx, sf::SettingManager& manager, sf::Setting* s
     }
     const QString name = manager.getSettingData(s->getCodeName(), sf::RoleName).toString();
     ctx.out << "  " << s->getCodeName().leftJustified(16) << " " << name.leftJustified(26) << " "
-            << cli::shownText(manager, {s, -1}).trimmed() << flags << "\n";
-    const QStringList labels = cli::bitLabels(s);
+            << sf::shownText(manager, {s, -1}).trimmed() << flags << "\n";
+    const QStringList labels = sf::bitLabelTexts(s);
     for (int k = 0; k < labels.size(); ++k) {
         ctx.out << "      " << QStringLiteral("[%1] %2").arg(k).arg(labels.at(k)).leftJustified(38)
-                << " " << cli::shownText(manager, {s, k}) << "\n";
+                << " " << sf::shownText(manager, {s, k}) << "\n";
     }
 }
 
-void printPlain(cli::Context& ctx, cli::SettingsSession& session) {
-    sf::SettingManager& manager = session.manager();
-    ctx.out << session.path() << "\n"
+void printPlain(cli::Context& ctx, sf::SetupFile& setup) {
+    sf::SettingManager& manager = setup.manager();
+    ctx.out << setup.path() << "\n"
             << "Firmware " << manager.getFwVersion() << ", layout " << manager.getKxsVersion()
             << ", ENQ \"" << manager.getEnqString() << "\"; " << manager.getRawSettings().size()
-            << " settings, " << session.problems() << " problems\n";
+            << " settings, " << setup.problems() << " problems\n";
     for (const sf::Category* c : manager.getCategories()) {
         ctx.out << "\n" << c->getName() << " [" << c->getLabel() << "]";
         if (c->numberOfPresets() > 1) {
@@ -187,15 +188,15 @@ int runDump(cli::Context& ctx) {
         return cli::usageError(ctx, cmd, QStringLiteral("give exactly one file"));
     }
     const QString file = ctx.filePath(ctx.args.first());
-    cli::SettingsSession session;
-    if (!session.open(file, hasLayout ? ctx.filePath(layout) : QString(), &error)) {
+    sf::SetupFile setup;
+    if (!setup.open(file, hasLayout ? ctx.filePath(layout) : QString(), &error)) {
         return cli::inputError(ctx, file, error);
     }
-    cli::warnProblems(ctx, session);
+    cli::warnProblems(ctx, setup);
     if (json) {
-        printJson(ctx, session);
+        printJson(ctx, setup);
     } else {
-        printPlain(ctx, session);
+        printPlain(ctx, setup);
     }
     return cli::ExitOk;
 }

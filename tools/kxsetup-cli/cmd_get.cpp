@@ -1,9 +1,10 @@
 // kxsetup-cli get FILE NAME... [--display] [--layout L.kxs]: one line per name with the
 // setting's edit value (or, with --display, what the table shows).
 #include "Command.h"
+#include "Problems.h"
 
-#include "SettingValues.h"
-#include "SettingsSession.h"
+#include "sf/SettingText.h"
+#include "sf/SetupFile.h"
 
 namespace {
 
@@ -19,22 +20,22 @@ int runGet(cli::Context& ctx) {
         return cli::usageError(ctx, cmd, QStringLiteral("give a file and at least one name"));
     }
     const QString file = ctx.filePath(ctx.args.takeFirst());
-    cli::SettingsSession session;
-    if (!session.open(file, hasLayout ? ctx.filePath(layout) : QString(), &error)) {
+    sf::SetupFile setup;
+    if (!setup.open(file, hasLayout ? ctx.filePath(layout) : QString(), &error)) {
         return cli::inputError(ctx, file, error);
     }
-    cli::warnProblems(ctx, session);
-    QList<cli::SettingRef> refs;
+    cli::warnProblems(ctx, setup);
+    QList<sf::SettingRef> refs;
     for (const QString& name : ctx.args) {
-        cli::SettingRef ref;
-        if (!session.resolve(name, &ref, &error)) {
+        sf::SettingRef ref;
+        if (!setup.resolve(name, &ref, &error)) {
             return cli::inputError(ctx, file, error);
         }
         refs.append(ref);
     }
-    for (const cli::SettingRef& ref : refs) {
-        ctx.out << (display ? cli::shownText(session.manager(), ref)
-                            : cli::valueText(session.manager(), ref))
+    for (const sf::SettingRef& ref : refs) {
+        ctx.out << (display ? sf::shownText(setup.manager(), ref)
+                            : sf::valueText(setup.manager(), ref))
                 << "\n";
     }
     return cli::ExitOk;

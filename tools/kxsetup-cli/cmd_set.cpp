@@ -2,10 +2,11 @@
 // edits settings through the setting manager as the settings table does and saves the
 // file as the application saves it. Nothing is written when any value is refused.
 #include "Command.h"
+#include "Problems.h"
 
-#include "SettingAssignment.h"
-#include "SettingValues.h"
-#include "SettingsSession.h"
+#include "sf/SettingAssignment.h"
+#include "sf/SettingText.h"
+#include "sf/SetupFile.h"
 
 #include "sf/Setting.h"
 #include "sf/SettingManager.h"
@@ -23,7 +24,7 @@ struct Snapshot {
 QHash<const sf::Setting*, Snapshot> snapshot(sf::SettingManager& manager) {
     QHash<const sf::Setting*, Snapshot> all;
     for (sf::Setting* s : manager.getSettings()) {
-        all.insert(s, {s->getBytes(), cli::shownText(manager, {s, -1})});
+        all.insert(s, {s->getBytes(), sf::shownText(manager, {s, -1})});
     }
     return all;
 }
@@ -45,19 +46,19 @@ int runSet(cli::Context& ctx) {
         return cli::usageError(ctx, cmd, QStringLiteral("no file given"));
     }
     const QString file = ctx.filePath(ctx.args.takeFirst());
-    QList<cli::Assignment> assignments;
+    QList<sf::Assignment> assignments;
     if (hasFrom) {
         QFile f(ctx.filePath(from));
         if (!f.open(QIODevice::ReadOnly)) {
             return cli::inputError(ctx, from, QStringLiteral("cannot read: ") + f.errorString());
         }
-        if (!cli::parseAssignments(f.readAll(), from, &assignments, &error)) {
+        if (!sf::parseAssignments(f.readAll(), from, &assignments, &error)) {
             return cli::usageError(ctx, cmd, error);
         }
     }
     for (const QString& arg : ctx.args) {
-        cli::Assignment a;
-        if (!cli::parseAssignment(arg, &a)) {
+        sf::Assignment a;
+        if (!sf::parseAssignment(arg, &a)) {
             return cli::usageError(ctx, cmd,
                                    QStringLiteral("expected NAME=VALUE, got \"%1\"").arg(arg));
         }
@@ -67,20 +68,20 @@ int runSet(cli::Context& ctx) {
         return cli::usageError(ctx, cmd, QStringLiteral("no NAME=VALUE given"));
     }
 
-    cli::SettingsSession session;
-    if (!session.open(file, hasLayout ? ctx.filePath(layout) : QString(), &error)) {
+    sf::SetupFile setup;
+    if (!setup.open(file, hasLayout ? ctx.filePath(layout) : QString(), &error)) {
         return cli::inputError(ctx, file, error);
     }
-    cli::warnProblems(ctx, session);
-    sf::SettingManager& manager = session.manager();
+    cli::warnProblems(ctx, setup);
+    sf::SettingManager& manager = setup.manager();
     const QHash<const sf::Setting*, Snapshot> before = snapshot(manager);
-    for (const cli::Assignment& a : assignments) {
-        if (cli::assign(session, a, &error) == cli::AssignResult::Refused) {
+    for (const sf::Assignment& a : assignments) {
+        if (sf::assign(setup, a, &error) == sf::AssignResult::Refused) {
             return cli::inputError(ctx, file, error + QStringLiteral("; nothing written"));
         }
     }
     const QString target = hasOut ? ctx.filePath(out) : file;
-    if (!session.saveTo(target, &error)) {
+    if (!setup.saveTo(target, &error)) {
         return cli::inputError(ctx, target, error);
     }
     if (!quiet) {
@@ -90,7 +91,7 @@ int runSet(cli::Context& ctx) {
             const Snapshot& was = before.value(s);
             if (was.bytes != s->getBytes()) {
                 ctx.out << s->getCodeName() << ": " << was.shown << " -> "
-                        << cli::shownText(manager, {s, -1}) << "\n";
+                        << sf::shownText(manager, {s, -1}) << "\n";
             }
         }
     }

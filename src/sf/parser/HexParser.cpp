@@ -141,32 +141,68 @@ void HexParser::close() {
 
 // ---- metadata readers ----
 
-QString HexParser::readMetadata(QIODevice* device, quint8 type) {
+namespace {
+
+// The first text of each wanted type (index 0 firmware, 1 layout, 2 ENQ); stops when all
+// wanted texts are found or the text ends.
+void readMetadataTexts(QIODevice* device, const bool wanted[3], QString texts[3]) {
     if (!device || !device->isReadable()) {
-        return QString();
+        return;
     }
+    bool missing[3] = {wanted[0], wanted[1], wanted[2]};
     HexLineReader reader(device, 16 * 1024);
     HexLineRecord line;
-    for (;;) {
+    while (missing[0] || missing[1] || missing[2]) {
         const HexLineReader::Result result = reader.next(line);
         if (result == HexLineReader::End) {
-            return QString();
+            return;
         }
         if (result == HexLineReader::Error) {
             if (reader.atEnd()) {
-                return QString();
+                return;
             }
             reader.skipLine();
             continue;
         }
-        if (line.type == type) {
+        const int slot = line.type - Inhex32Entry::TypeFwVersion;
+        if (slot >= 0 && slot < 3 && missing[slot]) {
             int length = line.length;
             while (length > 0 && line.data[length - 1] == 0) {
                 --length;
             }
-            return QString::fromLatin1(reinterpret_cast<const char*>(line.data), length);
+            texts[slot] = QString::fromLatin1(reinterpret_cast<const char*>(line.data), length);
+            missing[slot] = false;
         }
     }
+}
+
+} // namespace
+
+QString HexParser::readMetadata(QIODevice* device, quint8 type) {
+    const int slot = type - Inhex32Entry::TypeFwVersion;
+    if (slot < 0 || slot >= 3) {
+        return QString();
+    }
+    bool wanted[3] = {false, false, false};
+    wanted[slot] = true;
+    QString texts[3];
+    readMetadataTexts(device, wanted, texts);
+    return texts[slot];
+}
+
+HexParser::Metadata HexParser::readAllMetadata(const QString& path) {
+    Metadata m;
+    QFile file(path);
+    if (path.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+        return m;
+    }
+    const bool wanted[3] = {true, true, true};
+    QString texts[3];
+    readMetadataTexts(&file, wanted, texts);
+    m.fwVersion = texts[0];
+    m.kxsVersion = texts[1];
+    m.enqString = texts[2];
+    return m;
 }
 
 QString HexParser::readMetadata(const QString& path, quint8 type) {

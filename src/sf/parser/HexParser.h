@@ -90,6 +90,14 @@ public:
     static QString readMetadata(const QString& path, quint8 type);
     static QString readMetadata(QIODevice* device, quint8 type);
 
+    // All three texts as the readers above give them, from one pass over the file.
+    struct Metadata {
+        QString fwVersion;
+        QString kxsVersion;
+        QString enqString;
+    };
+    static Metadata readAllMetadata(const QString& path);
+
     // The loaded records in file order (no end-of-file or metadata records).
     const RecordList& records() const { return m_records; }
 

@@ -1,0 +1,50 @@
+# Fails when a file of src/ includes a header of a higher layer than its own.
+# usage: cmake -DSRC=<src folder> -DLAYERS=<kx-layers.cmake> -P check_layers.cmake
+include(${LAYERS})
+
+# The layer number of every file of every list.
+set(rank 0)
+foreach(layer ${KX_LAYERS})
+    foreach(file ${KX_LAYER_${layer}})
+        set(rank_of_${file} ${rank})
+        set(layer_of_${file} ${layer})
+    endforeach()
+    math(EXPR rank "${rank} + 1")
+endforeach()
+
+set(failures "")
+foreach(layer ${KX_LAYERS})
+    foreach(file ${KX_LAYER_${layer}})
+        if(NOT EXISTS ${SRC}/${file})
+            string(APPEND failures "  ${file}: listed in the ${layer} layer but missing\n")
+            continue()
+        endif()
+        file(STRINGS ${SRC}/${file} includes REGEX "^[ \t]*#[ \t]*include[ \t]*\"[^\"]+\"")
+        foreach(line ${includes})
+            string(REGEX REPLACE "^[ \t]*#[ \t]*include[ \t]*\"([^\"]+)\".*" "\\1" header "${line}")
+            if(NOT DEFINED rank_of_${header})
+                if(EXISTS ${SRC}/${header})
+                    string(APPEND failures "  ${file}: includes ${header}, which is in no layer\n")
+                endif()
+                continue()
+            endif()
+            if(rank_of_${header} GREATER rank_of_${file})
+                string(APPEND failures
+                       "  ${file} (${layer}) includes ${header} (${layer_of_${header}})\n")
+            endif()
+        endforeach()
+    endforeach()
+endforeach()
+
+# Every source file belongs to a layer.
+file(GLOB_RECURSE all RELATIVE ${SRC} ${SRC}/*.cpp ${SRC}/*.h)
+foreach(file ${all})
+    if(NOT DEFINED rank_of_${file})
+        string(APPEND failures "  ${file}: in no layer's file list (src/CMakeLists.txt)\n")
+    endif()
+endforeach()
+
+if(failures)
+    message(FATAL_ERROR "Includes against the layer order:\n${failures}")
+endif()
+message(STATUS "Every include points to the same layer or one below it")
