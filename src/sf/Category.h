@@ -158,6 +158,13 @@ signals:
     void problem(const QString& message);
 
 private:
+    // Guards against absurd definitions: no real preset number or group comes near these.
+    static constexpr int MAX_COLUMNS = 64;
+    static constexpr int MAX_CELL_SIZE = 4096;
+    static QPair<const Setting*, int> placement(const Setting* setting, int forcedSubIndex) {
+        return qMakePair(setting, forcedSubIndex);
+    }
+
     using RowKey = QPair<QString, int>;
 
     // Literal rows and their shown heights (0 for rows that are not shown), rebuilt after
