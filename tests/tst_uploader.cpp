@@ -1,0 +1,300 @@
+// The helper driver against a scripted stand-in helper (tests/helpers/fake_supl.cpp): the
+// command lines of search, read, write and reset, every row of the error check, the
+// search-needed cycle, time-outs, abort, completion without exit, the device file, and
+// that no helper process is left running or unreaped.
+#include "support/TestSupport.h"
+#include "util/Uploader.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest>
+
+#include <cstdlib>
+
+using namespace util;
+
+namespace {
+
+const QString Port = QStringLiteral("/dev/kx-test-port");
+const QString Found =
+    QStringLiteral("[search]\nprint Trying 0x55\\n\nsleep 20\n"
+                   "print Retrieved version number during KX entry procedure: 0x1234\\r\\n\n");
+const QString Done = QStringLiteral("print All operations completed succesfully!\\n\n");
+const QString SearchArgs = QStringLiteral("-s|%1|-b").arg(Port);
+
+bool writeText(const QString& path, const QString& text) {
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(text.toUtf8()) >= 0;
+}
+
+QStringList lines(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly)
+               ? QString::fromUtf8(f.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts)
+               : QStringList();
+}
+
+// True when the process is gone and reaped (no zombie left).
+bool reaped(const QString& pid) {
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+    return !stat.open(QIODevice::ReadOnly);
+}
+
+} // namespace
+
+class TestUploader : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    QString m_startDir;
+
+    // A fresh driver on the test port with the script; calls and pids cleared.
+    void script(const QString& text) {
+        QVERIFY(writeText(QStringLiteral("data/script.txt"), text));
+        QFile::remove(QStringLiteral("data/calls.txt"));
+        QFile::remove(QStringLiteral("data/pids.txt"));
+    }
+    static void onPort(Uploader& u) {
+        u.findComPorts();
+        u.setSerialPort(Port);
+    }
+    static void checkNoHelperLeft() {
+        for (const QString& pid : lines(QStringLiteral("data/pids.txt"))) {
+            QVERIFY2(reaped(pid), qPrintable(pid));
+        }
+    }
+
+private slots:
+    void initTestCase() {
+        QVERIFY(m_dir.isValid());
+        m_startDir = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(m_dir.path()));
+        QVERIFY(QDir().mkdir(QStringLiteral("data")));
+        QVERIFY(QFile::link(testsupport::toolPath(QStringLiteral("kx-fake-supl")),
+                            QStringLiteral("data/serialup.exe")));
+        // Fields are tab-separated; two tabs count as one. Field 14..16: EEPROM range and
+        // word size (only its low 8 bits kept).
+        QString fields;
+        for (int i = 3; i < 14; ++i) {
+            fields += QStringLiteral("\tf%1").arg(i);
+        }
+        QVERIFY(writeText(QStringLiteral("data/device.txt"),
+                          QStringLiteral("KX 0x1234\t\t115200\tKorvex KX3") + fields +
+                              QStringLiteral("\t0\t0x1ff\t0x108\n"
+                                             "KX 0xBAD1\t9600\tBroken") +
+                              fields + QStringLiteral("\t0\tzz\t8\n")));
+        qputenv(Uploader::EXTRA_PORTS_VARIABLE, Port.toUtf8());
+        Uploader::setWaits(700, 900, 400);
+    }
+
+    void cleanupTestCase() { QDir::setCurrent(m_startDir); }
+
+    void num2hex_data() {
+        QTest::addColumn<uint>("value");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("zero") << 0u << "0x00";
+        QTest::newRow("odd digit count") << 0x7ffu << "0x07ff";
+        QTest::newRow("even digit count") << 0x1234u << "0x1234";
+        QTest::newRow("lower case") << 0xABu << "0xab";
+    }
+    void num2hex() {
+        QFETCH(uint, value);
+        QFETCH(QString, text);
+        QCOMPARE(Uploader::num2hex(value), text);
+    }
+
+    // Each operation against the helper: result, command lines and what the user saw.
+    void operations_data() {
+        QTest::addColumn<QString>("operation");
+        QTest::addColumn<QString>("scriptText");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QStringList>("calls");
+        QTest::addColumn<QStringList>("errors");
+        QTest::addColumn<bool>("searchAgain"); // the next operation searches first
+        const QString rw = QStringLiteral("[operation]\nprint Progress 50%\\n\nsleep 20\n") + Done;
+        const QString readArgs =
+            QStringLiteral("-B|1234|-s|%1|-l|0x00|0x01ff|temp.hex|-x|serialout.log").arg(Port);
+        QTest::newRow("read searches first")
+            << "read" << Found + rw << true << QStringList{SearchArgs, readArgs} << QStringList()
+            << false;
+        QTest::newRow("write with reset")
+            << "write-reset" << Found + QStringLiteral("[operation]\nprint Now writing\\n\n") + Done
+            << true
+            << QStringList{SearchArgs,
+                           QStringLiteral("-B|1234|-s|%1|-R|-W|0x00|0x01ff|temp.hex|-v|temp.hex|-x|"
+                                          "serialout.log")
+                               .arg(Port)}
+            << QStringList() << true;
+        QTest::newRow("reset completes on its own text")
+            << "reset" << Found + QStringLiteral("[operation]\nprint Resetting device\\n\n") << true
+            << QStringList{SearchArgs, QStringLiteral("-B|1234|-s|%1|-R").arg(Port)}
+            << QStringList() << true;
+        QTest::newRow("search that never reports")
+            << "read" << QStringLiteral("[search]\nprint Trying version command\\n\nhang\n")
+            << false << QStringList{SearchArgs} << QStringList{MSG_ERROR_TIMEOUT} << true;
+        QTest::newRow("helper that says nothing")
+            << "read" << Found + QStringLiteral("[operation]\nhang\n") << false
+            << QStringList{SearchArgs, readArgs} << QStringList{MSG_ERROR_TIMEOUT} << true;
+        QTest::newRow("an error text alone in its chunk ends as a time-out")
+            << "read"
+            << Found + QStringLiteral("[operation]\nprint Failed to read memory\\n\nhang\n")
+            << false << QStringList{SearchArgs, readArgs} << QStringList{MSG_ERROR_TIMEOUT} << true;
+        QTest::newRow("completion without exit")
+            << "read" << Found + QStringLiteral("[operation]\n") + Done + QStringLiteral("hang\n")
+            << false << QStringList{SearchArgs, readArgs} << QStringList() << false;
+        QTest::newRow("version not in the device file")
+            << "read"
+            << QStringLiteral("[search]\nprint Retrieved version number during KX entry "
+                              "procedure: 0x9999\\n\n")
+            << false << QStringList{SearchArgs} << QStringList{MSG_ERROR_DEVICE_PROCESS} << true;
+        QTest::newRow("device file field that does not convert")
+            << "read"
+            << QStringLiteral("[search]\nprint Retrieved version number during KX entry "
+                              "procedure: 0xBAD1\\n\n")
+            << false << QStringList{SearchArgs} << QStringList{MSG_ERROR_DEVICE_PROCESS} << true;
+    }
+
+    void operations() {
+        QFETCH(QString, operation);
+        QFETCH(QString, scriptText);
+        QFETCH(bool, ok);
+        QFETCH(QStringList, calls);
+        QFETCH(QStringList, errors);
+        QFETCH(bool, searchAgain);
+        script(scriptText);
+        Uploader u;
+        onPort(u);
+        QSignalSpy errorSpy(&u, &Uploader::suplError);
+        QSignalSpy progressSpy(&u, &Uploader::setProgress);
+        const QString file = QStringLiteral("temp.hex");
+        const bool result = operation == QLatin1String("read")    ? u.readSettings(file, false)
+                            : operation == QLatin1String("reset") ? u.reset()
+                                                                  : u.writeSettings(file, true);
+        QCOMPARE(result, ok);
+        QCOMPARE(lines(QStringLiteral("data/calls.txt")), calls);
+        QStringList shown;
+        for (const QList<QVariant>& e : errorSpy) {
+            shown << e.at(0).toString();
+        }
+        QCOMPARE(shown, errors);
+        if (ok) {
+            QCOMPARE(u.getDeviceVersion(), QStringLiteral("1234"));
+            QCOMPARE(u.getMaxBaud(), 115200);
+            QCOMPARE(u.getDeviceName(), QStringLiteral("Korvex KX3"));
+            QCOMPARE(progressSpy.last().at(0).toInt(), 100);
+        }
+        QCOMPARE(u.isSearchNeeded(), searchAgain);
+        checkNoHelperLeft();
+    }
+
+    // Every row of the error check, each text next to a progress report in one chunk.
+    void errorTexts_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("errors");
+        const QStringList comm{MSG_ERROR_COMM};
+        QTest::newRow("1 debug file")
+            << "failed to make debug file!" << QStringList{MSG_ERROR_MISC};
+        QTest::newRow("2 input file") << "Please enter a valid input filename!" << comm;
+        QTest::newRow("3 version in hex") << "Please specify -B version in hex" << comm;
+        QTest::newRow("3 and 6 overlap")
+            << "Could not find device profile matching specified" << QStringList{comm + comm};
+        QTest::newRow("4 port") << "/dev/x cannot be opened. Aborting..." << comm;
+        QTest::newRow("5 entry") << "Did not succeed in KX entry procedure" << comm;
+        QTest::newRow("6 profile") << "Could not find device profile matching" << comm;
+        QTest::newRow("7 usage") << "Incorrect usage: -q" << comm;
+        QTest::newRow("8 port missing") << "Please specify a serial port, with -s" << comm;
+        QTest::newRow("9 serial log")
+            << "Could not open serial output file!" << QStringList{MSG_ERROR_MISC};
+        QTest::newRow("10 output file")
+            << "Could not open file to read data into" << QStringList{MSG_ERROR_READ};
+        QTest::newRow("11 verify")
+            << "Row verify failure at address 0x10" << QStringList{MSG_ERROR_WRITE};
+        QTest::newRow("12 range") << "Truncating lower range limit to lower range of writable flash"
+                                  << QStringList{MSG_ERROR_WRITE};
+        QTest::newRow("13 first communication text") << "Failed to read memory" << comm;
+        QTest::newRow("13 last communication text")
+            << "Written flash ends at word address 0x10" << comm;
+        QTest::newRow("14 file name") << "No file name specified" << QStringList{MSG_ERROR_WRITE};
+        QTest::newRow("15 literal %x")
+            << "Line at address  %x rejected" << QStringList{MSG_ERROR_WRITE};
+        QTest::newRow("15 formatted address is no hit")
+            << "Line at address  1f rejected" << QStringList();
+        QTest::newRow("15 else branch")
+            << "Byte conv error on checksum?!" << QStringList{MSG_ERROR_WRITE};
+        QTest::newRow("16 size") << "size cannot be 0!" << comm;
+    }
+
+    void errorTexts() {
+        QFETCH(QString, text);
+        QFETCH(QStringList, errors);
+        script(Found + QStringLiteral("[operation]\nprint Progress 10% ") + text +
+               QStringLiteral("\\n\nhang\n"));
+        Uploader u;
+        onPort(u);
+        QSignalSpy errorSpy(&u, &Uploader::suplError);
+        QVERIFY(!u.readSettings(QStringLiteral("temp.hex"), false));
+        QStringList shown;
+        for (const QList<QVariant>& e : errorSpy) {
+            shown << e.at(0).toString();
+        }
+        QCOMPARE(shown, errors.isEmpty() ? QStringList{MSG_ERROR_TIMEOUT} : errors);
+        QVERIFY(u.isSearchNeeded());
+        checkNoHelperLeft();
+    }
+
+    void searchOnlyWhenNeeded() {
+        script(Found + QStringLiteral("[operation]\n") + Done);
+        Uploader u;
+        onPort(u);
+        QVERIFY(u.readSettings(QStringLiteral("a.hex"), false));
+        QVERIFY(u.readSettings(QStringLiteral("b.hex"), false));
+        const QStringList calls = lines(QStringLiteral("data/calls.txt"));
+        QCOMPARE(calls.size(), 3); // one search, two reads
+        QCOMPARE(calls.first(), SearchArgs);
+    }
+
+    void abortEndsTheWait() {
+        script(Found + QStringLiteral("[operation]\nhang\n"));
+        Uploader u;
+        onPort(u);
+        QSignalSpy errorSpy(&u, &Uploader::suplError);
+        QTimer::singleShot(300, &u, &Uploader::requestQuit);
+        QVERIFY(!u.readSettings(QStringLiteral("temp.hex"), false));
+        QCOMPARE(errorSpy.size(), 1);
+        QCOMPARE(errorSpy.at(0).at(0).toString(), MSG_ERROR_QUIT);
+        checkNoHelperLeft();
+    }
+
+    void nothingToRunWith() {
+        script(Found + QStringLiteral("[operation]\n") + Done);
+        Uploader empty; // no ports listed: fails at once, starts nothing
+        QVERIFY(!empty.readSettings(QStringLiteral("temp.hex"), false));
+        QVERIFY(!QFile::exists(QStringLiteral("data/calls.txt")));
+
+        QVERIFY(QFile::rename(QStringLiteral("data/serialup.exe"), QStringLiteral("data/gone")));
+        Uploader u;
+        onPort(u);
+        QSignalSpy errorSpy(&u, &Uploader::suplError);
+        QVERIFY(!u.reset());
+        QVERIFY(QFile::rename(QStringLiteral("data/gone"), QStringLiteral("data/serialup.exe")));
+        QCOMPARE(errorSpy.size(), 1);
+        QCOMPARE(errorSpy.at(0).at(0).toString(), MSG_ERROR_NO_SUPL);
+        QVERIFY(u.isSearchNeeded());
+    }
+
+    void portList() {
+        Uploader u;
+        u.findComPorts();
+        QCOMPARE(u.getComList().last(), Port);
+        u.setSerialPort(Port);
+        QCOMPARE(u.getSerialPort(), Port);
+        u.setSerialPort(QStringLiteral("/dev/not-listed"));
+        QCOMPARE(u.getComIndex(), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestUploader)
+#include "tst_uploader.moc"
