@@ -1,0 +1,117 @@
+#include "util/LinkProtocol.h"
+
+#include "sf/parser/PhantomBytes.h"
+
+#include <QFile>
+#include <QTextStream>
+
+namespace util::link {
+
+namespace {
+
+char checksum(const QByteArray& bytes) {
+    quint8 sum = 0;
+    for (char c : bytes) {
+        sum = static_cast<quint8>(sum + static_cast<quint8>(c));
+    }
+    return static_cast<char>(static_cast<quint8>(0x100 - sum));
+}
+
+} // namespace
+
+QByteArray encode(char lead, char command, const QByteArray& payload) {
+    QByteArray body;
+    body += command;
+    body += static_cast<char>(payload.size() & 0xFF);
+    body += payload.left(255);
+    return lead + body + checksum(body);
+}
+
+QByteArray refusal(Refusal reason) {
+    return QByteArray(1, NAK) + static_cast<char>(reason);
+}
+
+FrameDecoder::Result FrameDecoder::next(Frame* frame) {
+    int start = 0;
+    while (start < m_buffer.size() && !m_leads.contains(m_buffer.at(start))) {
+        ++start;
+    }
+    m_skipped += start;
+    m_buffer.remove(0, start);
+    if (m_buffer.isEmpty()) {
+        return NeedMore;
+    }
+    const char lead = m_buffer.at(0);
+    if (lead == NAK) {
+        if (m_buffer.size() < 2) {
+            return NeedMore;
+        }
+        *frame = Frame{lead, m_buffer.at(1), QByteArray()};
+        m_buffer.remove(0, 2);
+        return Complete;
+    }
+    if (m_buffer.size() < 3) {
+        return NeedMore;
+    }
+    const int length = static_cast<quint8>(m_buffer.at(2));
+    if (m_buffer.size() < 4 + length) {
+        return NeedMore;
+    }
+    const QByteArray body = m_buffer.mid(1, 2 + length);
+    const bool good = checksum(body) == m_buffer.at(3 + length);
+    *frame = Frame{lead, body.at(0), body.mid(2)};
+    m_buffer.remove(0, 4 + length);
+    return good ? Complete : Damaged;
+}
+
+int DeviceProfile::addressesPerWord() const {
+    return family == QLatin1String("kx4") ? 1 : 2;
+}
+
+int DeviceProfile::phantomPeriod() const {
+    return family == QLatin1String("kx4") ? 1 : family == QLatin1String("dravolin") ? 4 : 2;
+}
+
+int DeviceProfile::realBytes(quint32 word, int count) const {
+    const sf::parser::PhantomBytes phantoms(phantomPeriod());
+    return static_cast<int>(
+        phantoms.countWithoutPhantoms(imageAddress(word), quint64(count) * addressesPerWord()));
+}
+
+QList<DeviceProfile> readProfiles(const QString& deviceFile) {
+    QList<DeviceProfile> profiles;
+    QFile file(deviceFile);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        return profiles;
+    }
+    QTextStream in(&file);
+    QString line;
+    while (in.readLineInto(&line)) {
+        const QStringList f = line.split(QLatin1Char('\t'), Qt::SkipEmptyParts);
+        DeviceProfile p;
+        bool ok[4] = {false, false, false, false};
+        p.id = f.value(0);
+        p.baud = f.value(1).toInt(&ok[0], 0);
+        p.name = f.value(2);
+        p.family = f.value(3);
+        p.settingsStart = f.value(14).toUInt(&ok[1], 0);
+        p.settingsEnd = f.value(15).toUInt(&ok[2], 0);
+        ok[3] = p.settingsEnd > p.settingsStart;
+        if (ok[0] && ok[1] && ok[2] && ok[3] && !p.id.isEmpty()) {
+            profiles.append(p);
+        }
+    }
+    return profiles;
+}
+
+bool findProfile(const QList<DeviceProfile>& profiles, const QString& id, DeviceProfile* out) {
+    for (const DeviceProfile& p : profiles) {
+        if (p.id == id) {
+            *out = p;
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace util::link

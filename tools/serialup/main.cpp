@@ -1,0 +1,267 @@
+// serialup.exe: our serial uploader helper. It reads and writes an instrument's settings
+// memory over the service-mode protocol of docs/device-protocol.md, resets it, and
+// reports in the texts the application's helper driver looks for. Exit status 0 on
+// success, 1 for a usage error, 2 for any other failure.
+#include "HelperLink.h"
+
+#include "sf/parser/HexParser.h"
+#include "sf/parser/HexTextWriter.h"
+#include "sf/parser/PhantomBytes.h"
+#include "util/LinkProtocol.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QSaveFile>
+#include <QSerialPortInfo>
+#include <QStringList>
+
+#include <cstdio>
+
+using namespace util::link;
+
+namespace {
+
+struct Options {
+    QString port;
+    QString version;
+    QString logFile;
+    QString readFile;
+    QString writeFile;
+    QString verifyFile;
+    quint32 first = 0;
+    quint32 last = 0;
+    bool search = false;
+    bool reset = false;
+    bool listPorts = false;
+};
+
+void say(const QString& text) {
+    std::fputs(text.toUtf8().constData(), stdout);
+    std::fflush(stdout);
+}
+
+int fail(const QString& text, int status = 2) {
+    say(text + QLatin1Char('\n'));
+    return status;
+}
+
+bool number(const QString& text, quint32* out) {
+    bool ok = false;
+    *out = text.toUInt(&ok, 0);
+    return ok;
+}
+
+// Parses the command line; an error text for a usage error, empty on success.
+QString parse(const QStringList& args, Options* o) {
+    for (int i = 0; i < args.size(); ++i) {
+        const QString& a = args.at(i);
+        const auto take = [&](int n) { return i + n < args.size(); };
+        if (a == QLatin1String("-s") && take(1)) {
+            o->port = args.at(++i);
+        } else if (a == QLatin1String("-B") && take(1)) {
+            o->version = args.at(++i);
+        } else if (a == QLatin1String("-x") && take(1)) {
+            o->logFile = args.at(++i);
+        } else if (a == QLatin1String("-v") && take(1)) {
+            o->verifyFile = args.at(++i);
+        } else if ((a == QLatin1String("-l") || a == QLatin1String("-W")) && take(3)) {
+            if (!number(args.at(i + 1), &o->first) || !number(args.at(i + 2), &o->last)) {
+                return QStringLiteral("Incorrect usage: bad word address after ") + a;
+            }
+            (a == QLatin1String("-l") ? o->readFile : o->writeFile) = args.at(i + 3);
+            i += 3;
+        } else if (a == QLatin1String("-M") && take(1)) {
+            ++i; // the maximum rate is the device file's
+        } else if (a == QLatin1String("-b")) {
+            o->search = true;
+        } else if (a == QLatin1String("-R")) {
+            o->reset = true;
+        } else if (a == QLatin1String("-t")) {
+            o->listPorts = true;
+        } else {
+            return QStringLiteral("Incorrect usage: ") + a;
+        }
+    }
+    return QString();
+}
+
+// The instrument's image bytes of words [first, last): real bytes read, phantoms 0.
+bool readWords(HelperLink& link, const DeviceProfile& p, quint32 first, quint32 last,
+               QByteArray* image) {
+    const sf::parser::PhantomBytes phantoms(p.phantomPeriod());
+    const quint32 total = last - first;
+    for (quint32 word = first; word < last; word += MAX_WORDS) {
+        const int count = static_cast<int>(qMin<quint32>(MAX_WORDS, last - word));
+        QByteArray address(4, '\0');
+        for (int k = 0; k < 4; ++k) {
+            address[k] = static_cast<char>((word >> (24 - 8 * k)) & 0xFF);
+        }
+        Frame reply;
+        if (!link.request(CmdRead, address + static_cast<char>(count), &reply) ||
+            reply.payload.size() != p.realBytes(word, count)) {
+            return false;
+        }
+        const int span = int(p.imageAddress(word + count) - p.imageAddress(word));
+        QByteArray part =
+            phantoms.insert(reply.payload, p.imageAddress(word), quint64(reply.payload.size()));
+        part.append(QByteArray(span - int(part.size()), '\0')); // a phantom byte last
+        *image += part;
+        say(QStringLiteral("Progress %1%\n").arg(100 * (word + count - first) / total));
+    }
+    return true;
+}
+
+bool writeWords(HelperLink& link, const DeviceProfile& p, quint32 first, quint32 last,
+                const QByteArray& image) {
+    const sf::parser::PhantomBytes phantoms(p.phantomPeriod());
+    const quint32 total = last - first;
+    for (quint32 word = first; word < last; word += MAX_WORDS) {
+        const int count = static_cast<int>(qMin<quint32>(MAX_WORDS, last - word));
+        const quint64 offset = p.imageAddress(word) - p.imageAddress(first);
+        const quint64 span = p.imageAddress(word + count) - p.imageAddress(word);
+        const QByteArray real =
+            phantoms.remove(image.mid(int(offset), int(span)), p.imageAddress(word), span);
+        QByteArray payload(4, '\0');
+        for (int k = 0; k < 4; ++k) {
+            payload[k] = static_cast<char>((word >> (24 - 8 * k)) & 0xFF);
+        }
+        Frame reply;
+        if (!link.request(CmdWrite, payload + static_cast<char>(count) + real, &reply)) {
+            return false;
+        }
+        say(QStringLiteral("Progress %1%\n").arg(100 * (word + count - first) / total));
+    }
+    return true;
+}
+
+// The image bytes of the region from a setup file (16-bit record addresses, as the
+// settings are read); addresses the file does not hold count as 0.
+bool imageFromFile(const QString& path, const DeviceProfile& p, quint32 first, quint32 last,
+                   QByteArray* image) {
+    sf::parser::HexParser hex;
+    if (!hex.loadHex(path, sf::parser::PhantomNone, QIODevice::ReadOnly)) {
+        return false;
+    }
+    const quint64 from = p.imageAddress(first);
+    const quint64 to = p.imageAddress(last);
+    image->clear();
+    for (quint64 a = from; a < to; ++a) {
+        const std::optional<QByteArray> byte = hex.readData(quint32(a & 0xFFFF), 1);
+        image->append(byte && byte->size() == 1 ? byte->at(0) : '\0');
+    }
+    return true;
+}
+
+bool saveImage(const QString& path, quint64 from, const QByteArray& image) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return false;
+    }
+    sf::parser::HexTextWriter writer(&file);
+    quint16 upper = 0;
+    for (int i = 0; i < image.size(); i += 16) {
+        const quint64 address = from + quint64(i);
+        if (quint16(address >> 16) != upper || i == 0) {
+            upper = quint16(address >> 16);
+            writer.extendedAddress(upper);
+        }
+        writer.line(0x00, quint16(address & 0xFFFF),
+                    reinterpret_cast<const quint8*>(image.constData() + i),
+                    qMin(16, int(image.size()) - i));
+    }
+    writer.endOfFile();
+    return writer.finish() && file.commit();
+}
+
+int run(const Options& o) {
+    if (o.listPorts) {
+        for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts()) {
+            say(QStringLiteral("/dev/") + port.portName() + QLatin1Char('\n'));
+        }
+        return 0;
+    }
+    if (o.port.isEmpty()) {
+        return fail(QStringLiteral("Please specify a serial port, with -s PORT"), 1);
+    }
+    if (!o.search && o.version.isEmpty()) {
+        return fail(QStringLiteral("Please specify -B version in hex"), 1);
+    }
+    DeviceProfile profile;
+    const QList<DeviceProfile> profiles = readProfiles(QStringLiteral("device.txt"));
+    if (!o.search && !findProfile(profiles, o.version, &profile)) {
+        return fail(QStringLiteral("Could not find device profile matching specified version ") +
+                    o.version);
+    }
+    HelperLink link;
+    QString error;
+    if (!link.open(o.port, o.logFile, o.search ? 9600 : profile.baud, &error)) {
+        return fail(error);
+    }
+    QString id;
+    if (!link.enter(&id, &error)) {
+        return fail(error);
+    }
+    if (o.search) {
+        say(QStringLiteral("Retrieved version number during KX entry procedure: ") + id +
+            QStringLiteral("\n"));
+        return 0;
+    }
+    if (id != o.version) {
+        return fail(
+            QStringLiteral("Device reported %1 but could not load profile for this version %2")
+                .arg(id, o.version));
+    }
+    if (!o.readFile.isEmpty()) {
+        QByteArray image;
+        if (!readWords(link, profile, o.first, o.last, &image)) {
+            return fail(QStringLiteral("Failed to read memory"));
+        }
+        if (!saveImage(o.readFile, profile.imageAddress(o.first), image)) {
+            return fail(QStringLiteral("Could not open file to read data into"));
+        }
+    }
+    if (!o.writeFile.isEmpty()) {
+        QByteArray image;
+        if (!imageFromFile(o.writeFile, profile, o.first, o.last, &image)) {
+            return fail(QStringLiteral("Failed to open file!"));
+        }
+        say(QStringLiteral("Now writing\n"));
+        if (!writeWords(link, profile, o.first, o.last, image)) {
+            return fail(QStringLiteral("Failed to write memory"));
+        }
+    }
+    if (!o.verifyFile.isEmpty()) {
+        QByteArray expected;
+        QByteArray actual;
+        if (!imageFromFile(o.verifyFile, profile, o.first, o.last, &expected)) {
+            return fail(QStringLiteral("Failed to open file!"));
+        }
+        if (!readWords(link, profile, o.first, o.last, &actual)) {
+            return fail(QStringLiteral("Failed to read memory"));
+        }
+        if (actual != expected) {
+            return fail(QStringLiteral("Verification failure!"));
+        }
+    }
+    if (o.reset) {
+        Frame reply;
+        if (!link.request(CmdReset, QByteArray(), &reply)) {
+            return fail(QStringLiteral("Write command send failed"));
+        }
+        say(QStringLiteral("Resetting device\n"));
+    }
+    say(QStringLiteral("All operations completed succesfully!\n"));
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    Options options;
+    const QString usage = parse(app.arguments().mid(1), &options);
+    if (!usage.isEmpty()) {
+        return fail(usage, 1);
+    }
+    return run(options);
+}
