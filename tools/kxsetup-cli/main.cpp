@@ -88,7 +88,23 @@ static void printHelp(QTextStream& out) {
     out << "\nExit status: 0 success, 1 usage error, 2 unreadable input or refused value.\n";
 }
 
+namespace {
+
+// The diagnostics the library writes to the debug log are for developers: shown only when
+// KX_DEBUG is set, so that standard error carries the tool's own messages.
+void quietDebug(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    static const bool show = qEnvironmentVariableIsSet("KX_DEBUG");
+    if (type == QtDebugMsg && !show) {
+        return;
+    }
+    Q_UNUSED(context);
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
+    qInstallMessageHandler(quietDebug);
     QCoreApplication app(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);

@@ -89,13 +89,16 @@ bool HelperLink::enter(QString* id, QString* error) {
 bool HelperLink::request(Command command, const QByteArray& payload, Frame* reply) {
     const QByteArray frame = encode(STX, command, payload);
     for (int attempt = 0; attempt < REQUEST_TRIES; ++attempt) {
+        if (m_port.error() == QSerialPort::ResourceError || !m_port.isOpen()) {
+            return false; // the line is gone (unplugged)
+        }
         m_decoder.clear();
         if (!send(frame)) {
             return false;
         }
         QElapsedTimer timer;
         timer.start();
-        while (timer.elapsed() < REPLY_WAIT_MS) {
+        while (timer.elapsed() < REPLY_WAIT_MS && m_port.error() != QSerialPort::ResourceError) {
             m_decoder.feed(receive(int(REPLY_WAIT_MS - timer.elapsed())));
             const FrameDecoder::Result result = m_decoder.next(reply);
             if (result == FrameDecoder::NeedMore) {

@@ -151,10 +151,14 @@ The bundled sample data:
           }
       ]
   }
-  $ ls $DATA/data
-  cmake_install.cmake
-  CMakeFiles
-  device.txt
-  firmware
-  help
-  kxs
+  $ ls $DATA/data/help
+  3.10_help.html
+  3.12_help.html
+  3.20_help.html
+  4.01_help.html
+  v306_help.html
+  $ ls $DATA/data/kxs
+  Dravolin-3.06.kxs
+  KX3-3.10.kxs
+  KX3-3.20.kxs
+  KX4-4.01.kxs

@@ -1,0 +1,133 @@
+// End to end: kx-sim + serialup.exe + kxsetup-cli device, as a user would run them. Every
+// sample generation reads, is edited, written and read back byte for byte; each injected
+// fault ends in its message, a failed write is never reported as success, and the next
+// operation on a healthy line works.
+#include "support/CliRunner.h"
+#include "support/SampleData.h"
+#include "support/Simulator.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace sampledata;
+using testsupport::CliResult;
+using testsupport::Simulator;
+
+namespace {
+
+CliResult cli(const QStringList& args) {
+    return testsupport::runCli(QStringList{QStringLiteral("-C"), runtimeDir()} + args);
+}
+
+CliResult device(const QString& what, const QString& port, const QStringList& rest = {}) {
+    return cli(QStringList{QStringLiteral("device"), what, QStringLiteral("--port"), port} + rest);
+}
+
+} // namespace
+
+class TestDevice : public QObject {
+    Q_OBJECT
+private slots:
+    void roundTrip_data() {
+        QTest::addColumn<QString>("firmware");
+        QTest::addColumn<QString>("enq");
+        for (const Generation& g : generations()) {
+            QTest::newRow(qPrintable(g.fw))
+                << firmwarePath(g) << g.fw.mid(g.fw.startsWith('v') ? 1 : 0);
+        }
+    }
+
+    void roundTrip() {
+        QFETCH(QString, firmware);
+        QFETCH(QString, enq);
+        QTemporaryDir tmp;
+        const QString state = tmp.filePath(QStringLiteral("state.hex"));
+        Simulator sim(firmware, state);
+        QVERIFY(!sim.port().isEmpty());
+        const CliResult answer = device(QStringLiteral("enq"), sim.port());
+        QCOMPARE(answer.exitCode, 0);
+        const QString read = tmp.filePath(QStringLiteral("read.hex"));
+        const QString edited = tmp.filePath(QStringLiteral("edited.hex"));
+        const QString again = tmp.filePath(QStringLiteral("again.hex"));
+        CliResult r = device(QStringLiteral("read"), sim.port(), {QStringLiteral("-o"), read});
+        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+        QVERIFY(r.err.contains(QStringLiteral("Read successful!")));
+        // What was read is the firmware's settings, under the firmware's version.
+        r = cli({QStringLiteral("diff"), firmware, read});
+        QVERIFY2(r.out.endsWith(QStringLiteral("0 differ, 0 only in A, 0 only in B\n")),
+                 qPrintable(r.out));
+        QCOMPARE(cli({QStringLiteral("set"), read, QStringLiteral("Backlight=40"),
+                      QStringLiteral("-o"), edited})
+                     .exitCode,
+                 0);
+        r = device(QStringLiteral("write"), sim.port(), {edited});
+        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+        QVERIFY(r.err.contains(QStringLiteral("Write successful!")));
+        QCOMPARE(device(QStringLiteral("read"), sim.port(), {QStringLiteral("-o"), again}).exitCode,
+                 0);
+        r = cli({QStringLiteral("diff"), edited, again});
+        QVERIFY2(r.out.endsWith(QStringLiteral("0 differ, 0 only in A, 0 only in B\n")),
+                 qPrintable(r.out));
+        // The instrument's memory itself, through its state file.
+        QCOMPARE(cli({QStringLiteral("get"), state, QStringLiteral("Backlight")}).out,
+                 QStringLiteral("40\n"));
+        QVERIFY(!answer.out.isEmpty());
+        Q_UNUSED(enq);
+    }
+
+    void faults_data() {
+        QTest::addColumn<QStringList>("faults");
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("no answer")
+            << QStringList{"--no-answer"} << "read" << 2 << "the instrument does not answer";
+        QTest::newRow("noise before every answer")
+            << QStringList{"--noise"} << "read" << 0 << "Read successful!";
+        QTest::newRow("answers in slow pieces")
+            << QStringList{"--slow", "2"} << "write" << 0 << "Write successful!";
+        QTest::newRow("a stored byte flips") << QStringList{"--flip", "0x1E010"} << "write" << 2
+                                             << "Unable to write data to the Korvex";
+        QTest::newRow("wrong identification") << QStringList{"--wrong-id", "KX9Z"} << "read" << 2
+                                              << "Unable to process device information file";
+        QTest::newRow("unplugged in the middle")
+            << QStringList{"--unplug-after", "300"} << "write" << 2
+            << "An error was encountered while attempting to communicate with the Korvex";
+    }
+
+    void faults() {
+        QFETCH(QStringList, faults);
+        QFETCH(QString, command);
+        QFETCH(int, exitCode);
+        QFETCH(QString, message);
+        const QString firmware = firmwarePath(generations().at(1)); // 3.10
+        QTemporaryDir tmp;
+        const QString state = tmp.filePath(QStringLiteral("state.hex"));
+        const QString file = tmp.filePath(QStringLiteral("file.hex"));
+        QCOMPARE(cli({QStringLiteral("set"), firmware, QStringLiteral("Backlight=40"),
+                      QStringLiteral("-o"), file})
+                     .exitCode,
+                 0);
+        {
+            Simulator sim(firmware, state, faults);
+            QVERIFY(!sim.port().isEmpty());
+            const CliResult r =
+                command == QLatin1String("read")
+                    ? device(command, sim.port(), {QStringLiteral("-o"), tmp.filePath("r.hex")})
+                    : device(command, sim.port(), {file});
+            QCOMPARE(r.exitCode, exitCode);
+            QVERIFY2(r.err.contains(message), qPrintable(r.err));
+            if (exitCode != 0) {
+                QVERIFY(!r.err.contains(QStringLiteral("Write successful!")));
+            }
+        }
+        // A healthy instrument with the same memory answers the next operation.
+        Simulator healthy(firmware, state);
+        const CliResult r = device(QStringLiteral("read"), healthy.port(),
+                                   {QStringLiteral("-o"), tmp.filePath("after.hex")});
+        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestDevice)
+#include "tst_device.moc"
