@@ -165,7 +165,11 @@ void Uploader::requestQuit() {
 }
 
 void Uploader::processOutput() {
-    QByteArray chunk = process->readAllStandardOutput();
+    classifyOutput(process->readAllStandardOutput());
+}
+
+void Uploader::classifyOutput(const QByteArray& bytes) {
+    QByteArray chunk = bytes;
     const int nul = static_cast<int>(chunk.indexOf('\0'));
     if (nul >= 0) {
         chunk.truncate(nul);

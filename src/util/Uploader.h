@@ -73,6 +73,11 @@ public:
     // helper to exit after it. Tests shorten them; the constants above are the defaults.
     static void setWaits(int searchMs, int readWriteMs, int exitMs);
 
+    // Takes one chunk of the helper's output as processOutput does (up to its first NUL
+    // byte, replacing the last one) and queues what it meant.
+    void classifyOutput(const QByteArray& chunk);
+    const QString& lastOutput() const { return output; }
+
 signals:
     void suplProgress(const QString& progress);
     void suplError(const QString& error);
