@@ -60,9 +60,6 @@ QString presetSuffix(const QJsonObject& setting) {
 class TestSampleData : public QObject {
     Q_OBJECT
 private slots:
-    void catalogueListsEveryVersion();
-    void firmwareOpensClean_data() { addGenerationRows(); }
-    void firmwareOpensClean();
     void memoryMap_data() { addGenerationRows(); }
     void memoryMap();
     void helpIdentifiers_data() { addGenerationRows(); }
@@ -72,58 +69,6 @@ private slots:
     void saveRoundTrips_data() { addGenerationRows(); }
     void saveRoundTrips();
 };
-
-void TestSampleData::catalogueListsEveryVersion() {
-    const CliResult run = runCli(
-        {QStringLiteral("-C"), runtimeDir(), QStringLiteral("versions"), QStringLiteral("--json")});
-    QCOMPARE(run.exitCode, 0);
-    QVERIFY2(run.err.isEmpty(), qPrintable(run.err));
-    const QJsonArray versions = jsonOf(run).value(QStringLiteral("versions")).toArray();
-    // Highest first; the legacy name orders last.
-    const QStringList expected{QStringLiteral("4.01"), QStringLiteral("3.20"),
-                               QStringLiteral("3.12"), QStringLiteral("3.10"),
-                               QStringLiteral("v306")};
-    QStringList fws;
-    for (const QJsonValue& v : versions) {
-        fws << v.toObject().value(QStringLiteral("fw")).toString();
-    }
-    QCOMPARE(fws, expected);
-    for (const Generation& g : generations()) {
-        const QJsonObject v = versions.at(expected.indexOf(g.fw)).toObject();
-        QCOMPARE(v.value(QStringLiteral("kxs")).toString(), g.kxs);
-        QCOMPARE(v.value(QStringLiteral("group")).toString(), g.folder);
-        QCOMPARE(v.value(QStringLiteral("format")).toInt(), 1001);
-        QCOMPARE(sf::SettingManager::processorTypeFor(g.kxs, -1), g.processor);
-    }
-}
-
-void TestSampleData::firmwareOpensClean() {
-    QFETCH(Generation, generation);
-    const CliResult run = dumpJson(firmwarePath(generation));
-    QCOMPARE(run.exitCode, 0);
-    QVERIFY2(run.err.isEmpty(), qPrintable(run.err));
-    const QJsonObject dump = jsonOf(run);
-    QCOMPARE(dump.value(QStringLiteral("fw")).toString(), generation.fw);
-    QCOMPARE(dump.value(QStringLiteral("kxs")).toString(), generation.kxs);
-    QCOMPARE(dump.value(QStringLiteral("problems")).toInt(), 0);
-    QVERIFY(dump.value(QStringLiteral("categories")).toArray().size() >= 8);
-
-    const QJsonArray settings = dump.value(QStringLiteral("settings")).toArray();
-    QCOMPARE(settings.size(), generation.settings);
-    QSet<QString> kinds;
-    int hidden = 0;
-    int disabled = 0;
-    for (const QJsonValue& value : settings) {
-        const QJsonObject s = value.toObject();
-        kinds.insert(s.value(QStringLiteral("type")).toString());
-        hidden += s.value(QStringLiteral("hidden")).toBool() ? 1 : 0;
-        disabled += s.value(QStringLiteral("enabled")).toBool() ? 0 : 1;
-    }
-    QCOMPARE(kinds, (QSet<QString>{QStringLiteral("num"), QStringLiteral("list"),
-                                   QStringLiteral("bool"), QStringLiteral("checkbool")}));
-    QVERIFY(hidden >= 1);
-    QVERIFY(disabled >= 1);
-}
 
 // Settings start on real bytes, do not overlap and stay in the settings region; program
 // data never shares the low 16 address bits of a setting (the reader matches by them);

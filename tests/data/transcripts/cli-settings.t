@@ -3719,3 +3719,694 @@ into it:
   Cat [C]
     Neg              Negative size              0
     Fine             Fine                       6
+
+Every other sample generation opens with no problems and shows its settings:
+  $ kxsetup-cli -C $DATA dump $DATA/data/firmware/kx3/3.12.kxhex
+  $DATA/data/firmware/kx3/3.12.kxhex
+  Firmware 3.12, layout KX3-3.10, ENQ "3.12"; 154 settings, 0 problems
+  
+  Battery [Batt], 2 presets (Battery Preset)
+    BattSel          Active battery             Battery A
+    CellChemA        Cell chemistry             Li-ion
+    CellChemB        Cell chemistry             LiFe
+    CellCntA         Cell count                 13 cells
+    CellCntB         Cell count                 16 cells
+    BattCapA         Capacity                   17.50 Ah
+    BattCapB         Capacity                   20.00 Ah
+    LVCA             Low voltage cutoff         39.00 V
+    LVCB             Low voltage cutoff         44.80 V
+    LVCRampA         LVC ramp                   1.0 V
+    LVCRampB         LVC ramp                   1.5 V
+    LifeAhA          Lifetime charge            0.00 Ah
+    LifeAhB          Lifetime charge            0.00 Ah
+    CyclesA          Charge cycles              0
+    CyclesB          Charge cycles              0
+    BattResA         Pack resistance            120 mOhm
+    BattResB         Pack resistance            95 mOhm
+    SocModeA         Charge estimate            Combined
+    SocModeB         Charge estimate            Combined
+    FullVA           Full cell voltage          4.20 V/cell
+    FullVB           Full cell voltage          3.60 V/cell
+    PeukertA         Peukert exponent           1.05
+    PeukertB         Peukert exponent           1.02
+    WarnSocA         Low charge warning         15 %
+    WarnSocB         Low charge warning         15 %
+  
+  Speedometer [Speedo]
+    SpdUnits         Units                      km/h
+    WheelCirc        Wheel circumference        2150 mm
+    MotorPoles       Motor pole pairs           23
+    SpdSource        Speed source               Motor hall
+    MagnetCnt        Wheel magnets              1
+    SpdAvg           Speed averaging            4 samples
+    SpdLimMode       Speed limit mode           Hard
+    SpdPGain         Speed limit P gain         40
+    SpdIGain         Speed limit I gain         12
+    SpdDGain         Speed limit D gain         0
+    SpdRamp          Speed limit ramp           2.5 km/h/s
+    OdoStart         Odometer start             0.0 km
+    TripAuto         Trip reset                 On power up
+    SpdTimeout       Zero speed timeout         3.0 s
+    SpdCal           Speed calibration          1.000
+  
+  Power Limits [Power], 3 presets (Profiles)
+    Profiles         Profiles in use            3
+    ProfileSel       Active profile             Profile 1
+    MaxPwr1          Power limit                250 W
+    MaxPwr2          Power limit                750 W
+    MaxPwr3          Power limit                1500 W
+    MaxCur1          Current limit              10.0 A
+    MaxCur2          Current limit              20.0 A
+    MaxCur3          Current limit              35.0 A
+    MaxSpd1          Speed limit                32.0 km/h
+    MaxSpd2          Speed limit                32.0 km/h
+    MaxSpd3          Speed limit                45.0 km/h
+    PGain1           Power limit gain           60
+    PGain2           Power limit gain           60
+    PGain3           Power limit gain           60
+    AGain1           Current limit gain         80
+    AGain2           Current limit gain         80
+    AGain3           Current limit gain         80
+    SGain1           Speed limit gain           30
+    SGain2           Speed limit gain           30
+    SGain3           Speed limit gain           30
+    RegenLim1        Regen current              5.0 A
+    RegenLim2        Regen current              8.0 A
+    RegenLim3        Regen current              12.0 A
+    ThrMaxOut1       Throttle output            60 %
+    ThrMaxOut2       Throttle output            85 %
+    ThrMaxOut3       Throttle output            100 %
+    RampTime1        Start ramp                 2.0 s
+    RampTime2        Start ramp                 1.0 s
+    RampTime3        Start ramp                 0.5 s
+  
+  Throttle [Thr]
+    ThrMode          Throttle mode              Power
+    ThrInMin         Input at zero              0.90 V
+    ThrInMax         Input at full              3.60 V
+    ThrOutMin        Output at zero             1.00 V
+    ThrOutMax        Output at full             3.90 V
+    ThrFaultV        Fault voltage              4.50 V
+    ThrUpRate        Up rate                    8.0 V/s
+    ThrDownRate      Down rate                  20.0 V/s
+    ThrFastRate      Fast rate                  25.0 V/s
+    CruiseTime       Cruise hold time           3.0 s
+    ThrStartSpd      Start speed                0.0 km/h
+    ThrSmooth        Smoothing                  Medium
+    ThrCurve         Response curve             Linear
+    BrakeCut         Brake cut-off              Cut
+    ThrDeadband      Dead band                  0.10 V
+  
+  Pedal Assist [PAS]
+    PasMode          Assist mode                Basic
+    PasPoles         Sensor magnets             12
+    PasStartPulses   Start pulses               3
+    PasStopTime      Stop delay                 350 ms
+    PasDir           Sensor direction           Forward
+    PasLevels        Assist levels              5
+    PasLevel         Start level                2
+    PasPwrLow        Power at lowest level      80 W
+    PasPwrHigh       Power at highest level     600 W
+    PasScale         Level spacing              1.5
+    PasTorqueGain    Torque gain                8 W/Nm
+    PasTorqueOff     Torque sensor zero         0.80 V
+    PasCadMin        Lowest cadence             20 RPM
+    PasCadMax        Full cadence               90 RPM
+    PasRamp          Assist ramp                0.8 s
+    WalkSpd          Walk speed                 5.0 km/h
+  
+  Temperature [Temp]
+    TempSensor       Sensor                     Thermistor 10k
+    TempUnits        Units                      °C
+    TempStart        Rollback start             110 °C
+    TempEnd          Rollback end               140 °C
+    TempAlarm        Alarm                      130 °C
+    TempFilter       Filter time                4 s
+    TempOffset       Sensor offset              0 °C
+    TempBeta         Thermistor beta            3950 K
+    TempRollback     Rollback acts on           Power
+    TempHyst         Hysteresis                 5 °C
+  
+  Display [Disp]
+    Screens          Display screens            0xFBF
+        [0] Main                               On
+        [1] Speed                              On
+        [2] Power                              On
+        [3] Battery                            On
+        [4] Trip                               On
+        [5] Odometer                           On
+        [6] Temperature                        Off
+        [7] Amp-hours                          On
+        [8] Watt-hours                         On
+        [9] Efficiency                         On
+        [10] Peak values                       On
+        [11] Clock                             On
+        [12] Diagnostics                       Off
+    MainScreen       Main screen                Speed
+    Backlight        Backlight level            80 %
+    BacklightMode    Backlight                  Light sensor
+    Contrast         Contrast                   32
+    SleepTime        Sleep after                15 min
+    DispAvg          Display averaging          5 samples
+    PwrUnits         Power shown as             Watts
+    ClockFmt         Clock format               24 h
+    SplashTime       Splash time                1.5 s
+    ScreenTime       Screen cycle time          5 s
+    Language         Language                   English
+  
+  Features [Feat]
+    FeatFlags        FeatFlags                  0x1337
+        [0] Cruise control                     On
+        [1] Walk assist                        On
+        [2] Regen braking                      On
+        [3] Auto power off                     Off
+        [4] Battery alarm                      On
+        [5] Speed alarm                        On
+        [6] Lights on start                    Off
+        [7] Brake light                        Off
+        [8] Horn                               On
+        [9] Boost button                       On
+        [10] Child lock                        Off
+        [11] Limp mode                         On
+        [12] Data logging                      On
+        [13] Auto trip reset                   Off
+    AlarmFlags       AlarmFlags                 0x3F
+        [0] Low voltage                        On
+        [1] Over temperature                   On
+        [2] Over current                       On
+        [3] Throttle fault                     On
+        [4] Brake fault                        On
+        [5] Sensor fault                       On
+    BtnFlags         BtnFlags                   0x6
+        [0] Swap buttons                       Off
+        [1] Long-press menu                    On
+        [2] Beep                               Beep
+        [3] Double click cruise                Off
+        [4] Invert brake input                 Off
+    LogFlags         LogFlags                   0xF
+        [0] Speed                              On
+        [1] Power                              On
+        [2] Voltage                            On
+        [3] Current                            On
+        [4] Temperature                        Off
+        [5] Cadence                            Off
+    LogRate          Log interval               1 s
+    AutoOffTime      Auto power off             30 min
+  
+  Auxiliary Input [Aux]
+    AuxMode          Aux function               Power level
+    AuxInMin         Input low                  0.50 V
+    AuxInMax         Input high                 4.50 V
+    AuxPolarity      Polarity                   Normal
+    AuxStep          Step                       10 %
+    AuxDefault       Level at power up          50 %
+  
+  Regenerative Braking [Regen]
+    RegenMode        Regen trigger              Brake lever
+    RegenMax         Regen limit                10.0 A
+    RegenRamp        Regen ramp                 20.0 A/s
+    RegenMinSpd      Lowest regen speed         5.0 km/h
+    RegenVMax        Regen voltage limit        58.8 V
+    RegenDelay       Brake delay                100 ms
+  
+  Statistics [Stats]
+    PeakPwr          Peak power                 0 W
+    PeakCur          Peak current               0.0 A
+    PeakSpd          Peak speed                 0.0 km/h
+    MinVolt          Lowest voltage             0.0 V
+    MaxTemp          Highest temperature        0 °C
+    RideHours        Ride time                  0 h
+  
+  Calibration [Cal]
+    RShunt           Shunt resistance           1.000 mOhm  (hidden)
+    VoltScale        Voltage calibration        1.0000  (hidden)
+    CurOffset        Current offset             0.00 A  (hidden)
+    VoltOffset       Voltage offset             0.00 V  (hidden)
+    FactoryFlags     FactoryFlags               0x3  (hidden)
+        [0] Burn-in done                       On
+        [1] Calibrated                         On
+        [2] Locked                             Off
+    SerialNo         Serial number              20250117  (disabled)
+    HwRev            Hardware revision          3  (disabled)
+    BootCount        Power-on count             412  (disabled)
+  $ kxsetup-cli -C $DATA dump $DATA/data/firmware/kx3/3.20.kxhex
+  $DATA/data/firmware/kx3/3.20.kxhex
+  Firmware 3.20, layout KX3-3.20, ENQ "3.20"; 155 settings, 0 problems
+  
+  Battery [Batt], 2 presets (Battery Preset)
+    BattSel          Active battery             Battery A
+    CellChemA        Cell chemistry             Li-ion
+    CellChemB        Cell chemistry             LiFe
+    CellCntA         Cell count                 13 cells
+    CellCntB         Cell count                 16 cells
+    BattCapA         Capacity                   17.50 Ah
+    BattCapB         Capacity                   20.00 Ah
+    LVCA             Low voltage cutoff         39.00 V
+    LVCB             Low voltage cutoff         44.80 V
+    LVCRampA         LVC ramp                   1.0 V
+    LVCRampB         LVC ramp                   1.5 V
+    LifeWhA          Lifetime energy            0.0 Wh
+    LifeWhB          Lifetime energy            0.0 Wh
+    CyclesA          Charge cycles              0
+    CyclesB          Charge cycles              0
+    BattResA         Pack resistance            120 mOhm
+    BattResB         Pack resistance            95 mOhm
+    SocModeA         Charge estimate            Combined
+    SocModeB         Charge estimate            Combined
+    FullVA           Full cell voltage          4.20 V/cell
+    FullVB           Full cell voltage          3.60 V/cell
+    PeukertA         Peukert exponent           1.05
+    PeukertB         Peukert exponent           1.02
+    WarnSocA         Low charge warning         15 %
+    WarnSocB         Low charge warning         15 %
+  
+  Speedometer [Speedo]
+    SpdUnits         Units                      km/h
+    WheelCirc        Wheel circumference        2150 mm
+    MotorPoles       Motor pole pairs           23
+    SpdSource        Speed source               Motor hall
+    MagnetCnt        Wheel magnets              1
+    SpdAvg           Speed averaging            4 samples
+    SpdLimMode       Speed limit mode           Hard
+    SpdPGain         Speed limit P gain         40
+    SpdIGain         Speed limit I gain         12
+    SpdDGain         Speed limit D gain         0
+    SpdRamp          Speed limit ramp           2.5 km/h/s
+    OdoStart         Odometer start             0.0 km
+    TripAuto         Trip reset                 On power up
+    SpdTimeout       Zero speed timeout         3.0 s
+    SpdCal           Speed calibration          1.000
+  
+  Power Limits [Power], 3 presets (Profiles)
+    Profiles         Profiles in use            3
+    ProfileSel       Active profile             Profile 1
+    MaxPwr1          Power limit                250 W
+    MaxPwr2          Power limit                750 W
+    MaxPwr3          Power limit                1500 W
+    MaxCur1          Current limit              10.0 A
+    MaxCur2          Current limit              20.0 A
+    MaxCur3          Current limit              35.0 A
+    MaxSpd1          Speed limit                25.0 km/h
+    MaxSpd2          Speed limit                32.0 km/h
+    MaxSpd3          Speed limit                45.0 km/h
+    PGain1           Power limit gain           60
+    PGain2           Power limit gain           60
+    PGain3           Power limit gain           60
+    AGain1           Current limit gain         80
+    AGain2           Current limit gain         80
+    AGain3           Current limit gain         80
+    SGain1           Speed limit gain           30
+    SGain2           Speed limit gain           30
+    SGain3           Speed limit gain           30
+    RegenLim1        Regen current              5.0 A
+    RegenLim2        Regen current              8.0 A
+    RegenLim3        Regen current              12.0 A
+    ThrMaxOut1       Throttle output            60 %
+    ThrMaxOut2       Throttle output            85 %
+    ThrMaxOut3       Throttle output            100 %
+    RampTime1        Start ramp                 2.0 s
+    RampTime2        Start ramp                 1.0 s
+    RampTime3        Start ramp                 0.5 s
+  
+  Throttle [Thr]
+    ThrMode          Throttle mode              Power
+    ThrInMin         Input at zero              0.90 V
+    ThrInMax         Input at full              3.60 V
+    ThrOutMin        Output at zero             1.00 V
+    ThrOutMax        Output at full             3.90 V
+    ThrFaultV        Fault voltage              4.50 V
+    ThrUpRate        Up rate                    8.0 V/s
+    ThrDownRate      Down rate                  20.0 V/s
+    ThrFastRate      Fast rate                  25.0 V/s
+    CruiseTime       Cruise hold time           3.0 s
+    ThrStartSpd      Start speed                0.0 km/h
+    ThrSmooth        Smoothing                  Medium
+    ThrCurve         Response curve             Linear
+    BrakeCut         Brake cut-off              Cut
+    ThrDeadband      Dead band                  0.10 V
+  
+  Pedal Assist [PAS]
+    PasMode          Assist mode                Basic
+    PasPoles         Sensor magnets             12
+    PasStartPulses   Start pulses               3
+    PasStopTime      Stop delay                 350 ms
+    PasDir           Sensor direction           Forward
+    PasLevels        Assist levels              5
+    PasLevel         Start level                2
+    PasPwrLow        Power at lowest level      80 W
+    PasPwrHigh       Power at highest level     600 W
+    PasScale         Level spacing              1.5
+    PasTorqueGain    Torque gain                8 W/Nm
+    PasTorqueOff     Torque sensor zero         0.80 V
+    PasCadMin        Lowest cadence             20 RPM
+    PasCadMax        Full cadence               90 RPM
+    PasRamp          Assist ramp                0.8 s
+    WalkSpd          Walk speed                 5.0 km/h
+  
+  Temperature [Temp]
+    TempSensor       Sensor                     Thermistor 10k
+    TempUnits        Units                      °C
+    TempStart        Rollback start             110 °C
+    TempEnd          Rollback end               140 °C
+    TempAlarm        Alarm                      130 °C
+    TempFilter       Filter time                4 s
+    TempOffset       Sensor offset              0 °C
+    TempBeta         Thermistor beta            3950 K
+    TempRollback     Rollback acts on           Power
+    TempHyst         Hysteresis                 5 °C
+  
+  Display [Disp]
+    Screens          Display screens            0xFBF
+        [0] Main                               On
+        [1] Speed                              On
+        [2] Power                              On
+        [3] Battery                            On
+        [4] Trip                               On
+        [5] Odometer                           On
+        [6] Temperature                        Off
+        [7] Amp-hours                          On
+        [8] Watt-hours                         On
+        [9] Efficiency                         On
+        [10] Peak values                       On
+        [11] Clock                             On
+        [12] Diagnostics                       Off
+    MainScreen       Main screen                Speed
+    Backlight        Backlight level            70 %
+    BacklightMode    Backlight                  Light sensor
+    Contrast         Contrast                   32
+    SleepTime        Sleep after                15 min
+    DispAvg          Display averaging          5 samples
+    PwrUnits         Power shown as             Watts
+    ClockFmt         Clock format               24 h
+    SplashTime       Splash time                1.5 s
+    ScreenTime       Screen cycle time          5 s
+    Language         Language                   English
+    ScreenAnim       Screen change              Slide
+  
+  Features [Feat]
+    FeatFlags        FeatFlags                  0x1337
+        [0] Cruise control                     On
+        [1] Walk assist                        On
+        [2] Regen braking                      On
+        [3] Auto power off                     Off
+        [4] Battery alarm                      On
+        [5] Speed alarm                        On
+        [6] Lights on start                    Off
+        [7] Brake light                        Off
+        [8] Horn                               On
+        [9] Boost button                       On
+        [10] Child lock                        Off
+        [11] Limp mode                         On
+        [12] Data logging                      On
+        [13] Auto trip reset                   Off
+    AlarmFlags       AlarmFlags                 0x3F
+        [0] Low voltage                        On
+        [1] Over temperature                   On
+        [2] Over current                       On
+        [3] Throttle fault                     On
+        [4] Brake fault                        On
+        [5] Sensor fault                       On
+    BtnFlags         BtnFlags                   0x6
+        [0] Swap buttons                       Off
+        [1] Long-press menu                    On
+        [2] Beep                               Beep
+        [3] Double click cruise                Off
+        [4] Invert brake input                 Off
+    LogFlags         LogFlags                   0xF
+        [0] Speed                              On
+        [1] Power                              On
+        [2] Voltage                            On
+        [3] Current                            On
+        [4] Temperature                        Off
+        [5] Cadence                            Off
+    LogRate          Log interval               1 s
+    AutoOffTime      Auto power off             30 min
+  
+  Auxiliary Input [Aux]
+    AuxMode          Aux function               Power level
+    AuxInMin         Input low                  0.50 V
+    AuxInMax         Input high                 4.50 V
+    AuxPolarity      Polarity                   Normal
+    AuxStep          Step                       10 %
+    AuxDefault       Level at power up          50 %
+  
+  Regenerative Braking [Regen]
+    RegenMode        Regen trigger              Brake lever
+    RegenMax         Regen limit                10.0 A
+    RegenRamp        Regen ramp                 20.0 A/s
+    RegenMinSpd      Lowest regen speed         5.0 km/h
+    RegenVMax        Regen voltage limit        58.8 V
+    RegenDelay       Brake delay                100 ms
+  
+  Statistics [Stats]
+    PeakPwr          Peak power                 0 W
+    PeakCur          Peak current               0.0 A
+    PeakSpd          Peak speed                 0.0 km/h
+    MinVolt          Lowest voltage             0.0 V
+    MaxTemp          Highest temperature        0 °C
+    RideHours        Ride time                  0 h
+  
+  Calibration [Cal]
+    RShunt           Shunt resistance           1.000 mOhm  (hidden)
+    VoltScale        Voltage calibration        1.0000  (hidden)
+    CurOffset        Current offset             0.00 A  (hidden)
+    VoltOffset       Voltage offset             0.00 V  (hidden)
+    FactoryFlags     FactoryFlags               0x3  (hidden)
+        [0] Burn-in done                       On
+        [1] Calibrated                         On
+        [2] Locked                             Off
+    SerialNo         Serial number              20250117  (disabled)
+    HwRev            Hardware revision          3  (disabled)
+    BootCount        Power-on count             412  (disabled)
+  $ kxsetup-cli -C $DATA dump $DATA/data/firmware/kx4/2025/4.01.kxhex
+  $DATA/data/firmware/kx4/2025/4.01.kxhex
+  Firmware 4.01, layout KX4-4.01, ENQ "4.01"; 154 settings, 0 problems
+  
+  Battery [Batt], 2 presets (Battery Preset)
+    BattSel          Active battery             Battery A
+    CellChemA        Cell chemistry             Li-ion
+    CellChemB        Cell chemistry             LiFe
+    CellCntA         Cell count                 13 cells
+    CellCntB         Cell count                 16 cells
+    BattCapA         Capacity                   17.50 Ah
+    BattCapB         Capacity                   20.00 Ah
+    LVCA             Low voltage cutoff         39.00 V
+    LVCB             Low voltage cutoff         44.80 V
+    LVCRampA         LVC ramp                   1.0 V
+    LVCRampB         LVC ramp                   1.5 V
+    LifeWhA          Lifetime energy            0.0 Wh
+    LifeWhB          Lifetime energy            0.0 Wh
+    CyclesA          Charge cycles              0
+    CyclesB          Charge cycles              0
+    BattResA         Pack resistance            120 mOhm
+    BattResB         Pack resistance            95 mOhm
+    SocModeA         Charge estimate            Combined
+    SocModeB         Charge estimate            Combined
+    FullVA           Full cell voltage          4.20 V/cell
+    FullVB           Full cell voltage          3.60 V/cell
+    PeukertA         Peukert exponent           1.05
+    PeukertB         Peukert exponent           1.02
+    WarnSocA         Low charge warning         15 %
+    WarnSocB         Low charge warning         15 %
+  
+  Speedometer [Speedo]
+    SpdUnits         Units                      km/h
+    WheelSize        Wheel circumference        2150 mm
+    MotorPoles       Motor pole pairs           23
+    SpdSource        Speed source               Motor hall
+    MagnetCnt        Wheel magnets              1
+    SpdAvg           Speed averaging            4 samples
+    SpdLimMode       Speed limit mode           Hard
+    SpdPGain         Speed limit P gain         40
+    SpdIGain         Speed limit I gain         12
+    SpdDGain         Speed limit D gain         0
+    SpdRamp          Speed limit ramp           2.5 km/h/s
+    OdoStart         Odometer start             0.0 km
+    TripAuto         Trip reset                 On power up
+    SpdTimeout       Zero speed timeout         3.0 s
+    SpdCal           Speed calibration          1.000
+  
+  Power Limits [Power], 3 presets (Profiles)
+    Profiles         Profiles in use            3
+    ProfileSel       Active profile             Profile 1
+    MaxPwr1          Power limit                250 W
+    MaxPwr2          Power limit                750 W
+    MaxPwr3          Power limit                1500 W
+    MaxCur1          Current limit              10.0 A
+    MaxCur2          Current limit              20.0 A
+    MaxCur3          Current limit              35.0 A
+    MaxSpd1          Speed limit                25.0 km/h
+    MaxSpd2          Speed limit                32.0 km/h
+    MaxSpd3          Speed limit                45.0 km/h
+    PGain1           Power limit gain           60
+    PGain2           Power limit gain           60
+    PGain3           Power limit gain           60
+    AGain1           Current limit gain         80
+    AGain2           Current limit gain         80
+    AGain3           Current limit gain         80
+    SGain1           Speed limit gain           30
+    SGain2           Speed limit gain           30
+    SGain3           Speed limit gain           30
+    RegenLim1        Regen current              5.0 A
+    RegenLim2        Regen current              8.0 A
+    RegenLim3        Regen current              12.0 A
+    ThrMaxOut1       Throttle output            60 %
+    ThrMaxOut2       Throttle output            85 %
+    ThrMaxOut3       Throttle output            100 %
+    RampTime1        Start ramp                 2.0 s
+    RampTime2        Start ramp                 1.0 s
+    RampTime3        Start ramp                 0.5 s
+  
+  Throttle [Thr]
+    ThrMode          Throttle mode              Power
+    ThrInMin         Input at zero              0.90 V
+    ThrInMax         Input at full              3.60 V
+    ThrOutMin        Output at zero             1.00 V
+    ThrOutMax        Output at full             3.90 V
+    ThrFaultV        Fault voltage              4.50 V
+    ThrUpRate        Up rate                    8.0 V/s
+    ThrDownRate      Down rate                  20.0 V/s
+    ThrFastRate      Fast rate                  25.0 V/s
+    CruiseTime       Cruise hold time           3.0 s
+    ThrStartSpd      Start speed                0.0 km/h
+    ThrSmooth        Smoothing                  Medium
+    ThrCurve         Response curve             Linear
+    BrakeCut         Brake cut-off              Cut
+    ThrDeadband      Dead band                  0.10 V
+  
+  Pedal Assist [PAS]
+    PasMode          Assist mode                Basic
+    PasPoles         Sensor magnets             12
+    PasStartPulses   Start pulses               3
+    PasStopTime      Stop delay                 350 ms
+    PasDir           Sensor direction           Forward
+    PasLevels        Assist levels              5
+    PasLevel         Start level                2
+    PasPwrLow        Power at lowest level      80 W
+    PasPwrHigh       Power at highest level     600 W
+    PasScale         Level spacing              1.5
+    PasTorqueGain    Torque gain                8 W/Nm
+    PasTorqueOff     Torque sensor zero         0.80 V
+    PasCadMin        Lowest cadence             20 RPM
+    PasCadMax        Full cadence               90 RPM
+    PasRamp          Assist ramp                0.8 s
+    WalkSpd          Walk speed                 5.0 km/h
+  
+  Temperature [Temp]
+    TempSensor       Sensor                     Thermistor 10k
+    TempUnits        Units                      °C
+    TempStart        Rollback start             110 °C
+    TempEnd          Rollback end               140 °C
+    TempAlarm        Alarm                      130 °C
+    TempFilter       Filter time                4 s
+    TempOffset       Sensor offset              0 °C
+    TempBeta         Thermistor beta            3950 K
+    TempRollback     Rollback acts on           Power
+    TempHyst         Hysteresis                 5 °C
+  
+  Display [Disp]
+    Screens          Display screens            0xFBF
+        [0] Main                               On
+        [1] Speed                              On
+        [2] Power                              On
+        [3] Battery                            On
+        [4] Trip                               On
+        [5] Odometer                           On
+        [6] Temperature                        Off
+        [7] Amp-hours                          On
+        [8] Watt-hours                         On
+        [9] Efficiency                         On
+        [10] Peak values                       On
+        [11] Clock                             On
+        [12] Diagnostics                       Off
+    MainScreen       Main screen                Speed
+    Backlight        Backlight level            70 %
+    BacklightMode    Backlight                  Light sensor
+    SleepTime        Sleep after                15 min
+    DispAvg          Display averaging          5 samples
+    PwrUnits         Power shown as             Watts
+    ClockFmt         Clock format               24 h
+    SplashTime       Splash time                1.5 s
+    ScreenTime       Screen cycle time          5 s
+    Language         Language                   English
+    ScreenAnim       Screen change              Slide
+  
+  Features [Feat]
+    FeatFlags        FeatFlags                  0x11337
+        [0] Cruise control                     On
+        [1] Walk assist                        On
+        [2] Regen braking                      On
+        [3] Auto power off                     Off
+        [4] Battery alarm                      On
+        [5] Speed alarm                        On
+        [6] Lights on start                    Off
+        [7] Brake light                        Off
+        [8] Horn                               On
+        [9] Boost button                       On
+        [10] Child lock                        Off
+        [11] Limp mode                         On
+        [12] Data logging                      On
+        [13] Auto trip reset                   Off
+        [14] Bluetooth                         Off
+        [15] Ride modes                        Off
+        [16] Tyre pressure                     On
+        [17] Theft alarm                       Off
+    AlarmFlags       AlarmFlags                 0x3F
+        [0] Low voltage                        On
+        [1] Over temperature                   On
+        [2] Over current                       On
+        [3] Throttle fault                     On
+        [4] Brake fault                        On
+        [5] Sensor fault                       On
+    BtnFlags         BtnFlags                   0x6
+        [0] Swap buttons                       Off
+        [1] Long-press menu                    On
+        [2] Beep                               Beep
+        [3] Double click cruise                Off
+        [4] Invert brake input                 Off
+    LogFlags         LogFlags                   0xF
+        [0] Speed                              On
+        [1] Power                              On
+        [2] Voltage                            On
+        [3] Current                            On
+        [4] Temperature                        Off
+        [5] Cadence                            Off
+    LogRate          Log interval               1 s
+    AutoOffTime      Auto power off             30 min
+  
+  Auxiliary Input [Aux]
+    AuxMode          Aux function               Power level
+    AuxInMin         Input low                  0.50 V
+    AuxInMax         Input high                 4.50 V
+    AuxPolarity      Polarity                   Normal
+    AuxStep          Step                       10 %
+    AuxDefault       Level at power up          50 %
+  
+  Regenerative Braking [Regen]
+    RegenMode        Regen trigger              Brake lever
+    RegenMax         Regen limit                10.0 A
+    RegenRamp        Regen ramp                 20.0 A/s
+    RegenMinSpd      Lowest regen speed         5.0 km/h
+    RegenVMax        Regen voltage limit        58.8 V
+    RegenDelay       Brake delay                100 ms
+  
+  Statistics [Stats]
+    PeakPwr          Peak power                 0 W
+    PeakCur          Peak current               0.0 A
+    PeakSpd          Peak speed                 0.0 km/h
+    MinVolt          Lowest voltage             0.0 V
+    MaxTemp          Highest temperature        0 °C
+    RideHours        Ride time                  0 h
+  
+  Calibration [Cal]
+    RShunt           Shunt resistance           1.000 mOhm  (hidden)
+    VoltScale        Voltage calibration        1.0000  (hidden)
+    CurOffset        Current offset             0.00 A  (hidden)
+    VoltOffset       Voltage offset             0.00 V  (hidden)
+    FactoryFlags     FactoryFlags               0x3  (hidden)
+        [0] Burn-in done                       On
+        [1] Calibrated                         On
+        [2] Locked                             Off
+    SerialNo         Serial number              20250117  (disabled)
+    HwRev            Hardware revision          3  (disabled)
+    BootCount        Power-on count             412  (disabled)
