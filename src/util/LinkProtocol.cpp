@@ -1,8 +1,12 @@
 #include "util/LinkProtocol.h"
 
+#include "sf/parser/HexParser.h"
+#include "sf/parser/HexTextWriter.h"
+#include "sf/parser/Inhex32Entry.h"
 #include "sf/parser/PhantomBytes.h"
 
 #include <QFile>
+#include <QSaveFile>
 #include <QTextStream>
 
 namespace util::link {
@@ -76,6 +80,49 @@ int DeviceProfile::realBytes(quint32 word, int count) const {
     const sf::parser::PhantomBytes phantoms(phantomPeriod());
     return static_cast<int>(
         phantoms.countWithoutPhantoms(imageAddress(word), quint64(count) * addressesPerWord()));
+}
+
+bool regionFromImage(const QString& path, const DeviceProfile& profile, quint32 first, quint32 last,
+                     QByteArray* image) {
+    sf::parser::HexParser hex;
+    if (!hex.loadHex(path, sf::parser::PhantomNone, QIODevice::ReadOnly)) {
+        return false;
+    }
+    image->clear();
+    for (quint64 a = profile.imageAddress(first); a < profile.imageAddress(last); ++a) {
+        const std::optional<QByteArray> byte = hex.readData(quint32(a & 0xFFFF), 1);
+        image->append(byte && byte->size() == 1 ? byte->at(0) : '\0');
+    }
+    return true;
+}
+
+bool writeRegionImage(const QString& path, quint64 from, const QByteArray& image, const QString& fw,
+                      const QString& kxs, const QString& enq) {
+    using sf::parser::Inhex32Entry;
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return false;
+    }
+    sf::parser::HexTextWriter writer(&file);
+    const std::pair<quint8, QString> texts[] = {{Inhex32Entry::TypeFwVersion, fw},
+                                                {Inhex32Entry::TypeKxsVersion, kxs},
+                                                {Inhex32Entry::TypeEnqString, enq}};
+    for (const auto& text : texts) {
+        if (!text.second.isEmpty()) {
+            writer.metadata(text.first, text.second);
+        }
+    }
+    for (int i = 0; i < image.size(); i += 16) {
+        const quint64 address = from + quint64(i);
+        if (i == 0 || (address & 0xFFFF) < 16) {
+            writer.extendedAddress(quint16(address >> 16));
+        }
+        writer.line(Inhex32Entry::TypeData, quint16(address & 0xFFFF),
+                    reinterpret_cast<const quint8*>(image.constData() + i),
+                    qMin(16, int(image.size()) - i));
+    }
+    writer.endOfFile();
+    return writer.finish() && file.commit();
 }
 
 QList<DeviceProfile> readProfiles(const QString& deviceFile) {

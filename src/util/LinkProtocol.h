@@ -74,6 +74,17 @@ struct DeviceProfile {
     int realBytes(quint32 word, int count) const;
 };
 
+// The image bytes of words [first, last) from a HEX file, found by their 16-bit record
+// address as the settings are read; addresses the file does not hold count as 0.
+bool regionFromImage(const QString& path, const DeviceProfile& profile, quint32 first, quint32 last,
+                     QByteArray* image);
+// Writes image bytes that start at image address `from` as an Intel HEX file (16 bytes
+// per record, extended addresses as needed), after metadata records for the texts that
+// are not empty; the file is replaced in one step.
+bool writeRegionImage(const QString& path, quint64 from, const QByteArray& image,
+                      const QString& fw = QString(), const QString& kxs = QString(),
+                      const QString& enq = QString());
+
 QList<DeviceProfile> readProfiles(const QString& deviceFile);
 // The profile whose identifier is id; false when there is none.
 bool findProfile(const QList<DeviceProfile>& profiles, const QString& id, DeviceProfile* out);

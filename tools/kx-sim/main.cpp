@@ -7,14 +7,12 @@
 #include "Instrument.h"
 
 #include "sf/parser/HexParser.h"
-#include "sf/parser/HexTextWriter.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
-#include <QSaveFile>
 
 #include <atomic>
 #include <cerrno>
@@ -122,45 +120,6 @@ QString identifierFor(const QString& kxsVersion) {
                                                        : QStringLiteral("DRV3");
 }
 
-// The image bytes of the settings region from a HEX file (16-bit record addresses).
-bool regionFrom(const QString& path, const DeviceProfile& p, QByteArray* memory) {
-    sf::parser::HexParser hex;
-    if (!hex.loadHex(path, sf::parser::PhantomNone, QIODevice::ReadOnly)) {
-        return false;
-    }
-    memory->clear();
-    for (quint64 a = p.imageAddress(p.settingsStart); a < p.imageAddress(p.settingsEnd); ++a) {
-        const std::optional<QByteArray> b = hex.readData(quint32(a & 0xFFFF), 1);
-        memory->append(b && b->size() == 1 ? b->at(0) : '\0');
-    }
-    return true;
-}
-
-bool saveState(const QString& path, const DeviceProfile& p, const QByteArray& memory,
-               const sf::parser::HexParser::Metadata& meta) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return false;
-    }
-    sf::parser::HexTextWriter writer(&file);
-    writer.metadata(0xC0, meta.fwVersion);
-    writer.metadata(0xC1, meta.kxsVersion);
-    writer.metadata(0xC2, meta.enqString);
-    const quint64 from = p.imageAddress(p.settingsStart);
-    writer.extendedAddress(quint16(from >> 16));
-    for (int i = 0; i < memory.size(); i += 16) {
-        const quint64 a = from + quint64(i);
-        if (i > 0 && (a & 0xFFFF) == 0) {
-            writer.extendedAddress(quint16(a >> 16));
-        }
-        writer.line(0x00, quint16(a & 0xFFFF),
-                    reinterpret_cast<const quint8*>(memory.constData() + i),
-                    qMin(16, int(memory.size()) - i));
-    }
-    writer.endOfFile();
-    return writer.finish() && file.commit();
-}
-
 int openPty(QString* path) {
     const int fd = posix_openpt(O_RDWR | O_NOCTTY);
     const char* name = fd >= 0 && grantpt(fd) == 0 && unlockpt(fd) == 0 ? ptsname(fd) : nullptr;
@@ -201,7 +160,8 @@ int main(int argc, char** argv) {
     }
     QByteArray memory;
     const bool fromState = !o.state.isEmpty() && QFileInfo::exists(o.state);
-    if (!regionFrom(fromState ? o.state : o.firmware, profile, &memory)) {
+    if (!regionFromImage(fromState ? o.state : o.firmware, profile, profile.settingsStart,
+                         profile.settingsEnd, &memory)) {
         return die(QStringLiteral("%1: not a firmware file").arg(fromState ? o.state : o.firmware));
     }
     Instrument instrument(profile, memory, meta.enqString);
@@ -248,7 +208,8 @@ int main(int argc, char** argv) {
         const bool service = instrument.inServiceMode();
         QByteArray out = instrument.receive(in);
         if (instrument.memoryChanged() && !o.state.isEmpty()) {
-            saveState(o.state, profile, instrument.memory(), meta);
+            writeRegionImage(o.state, profile.imageAddress(profile.settingsStart),
+                             instrument.memory(), meta.fwVersion, meta.kxsVersion, meta.enqString);
         }
         if (o.noAnswer || out.isEmpty()) {
             continue;

@@ -4,14 +4,11 @@
 // success, 1 for a usage error, 2 for any other failure.
 #include "HelperLink.h"
 
-#include "sf/parser/HexParser.h"
-#include "sf/parser/HexTextWriter.h"
 #include "sf/parser/PhantomBytes.h"
 #include "util/LinkProtocol.h"
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QSaveFile>
 #include <QSerialPortInfo>
 #include <QStringList>
 
@@ -137,45 +134,6 @@ bool writeWords(HelperLink& link, const DeviceProfile& p, quint32 first, quint32
     return true;
 }
 
-// The image bytes of the region from a setup file (16-bit record addresses, as the
-// settings are read); addresses the file does not hold count as 0.
-bool imageFromFile(const QString& path, const DeviceProfile& p, quint32 first, quint32 last,
-                   QByteArray* image) {
-    sf::parser::HexParser hex;
-    if (!hex.loadHex(path, sf::parser::PhantomNone, QIODevice::ReadOnly)) {
-        return false;
-    }
-    const quint64 from = p.imageAddress(first);
-    const quint64 to = p.imageAddress(last);
-    image->clear();
-    for (quint64 a = from; a < to; ++a) {
-        const std::optional<QByteArray> byte = hex.readData(quint32(a & 0xFFFF), 1);
-        image->append(byte && byte->size() == 1 ? byte->at(0) : '\0');
-    }
-    return true;
-}
-
-bool saveImage(const QString& path, quint64 from, const QByteArray& image) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return false;
-    }
-    sf::parser::HexTextWriter writer(&file);
-    quint16 upper = 0;
-    for (int i = 0; i < image.size(); i += 16) {
-        const quint64 address = from + quint64(i);
-        if (quint16(address >> 16) != upper || i == 0) {
-            upper = quint16(address >> 16);
-            writer.extendedAddress(upper);
-        }
-        writer.line(0x00, quint16(address & 0xFFFF),
-                    reinterpret_cast<const quint8*>(image.constData() + i),
-                    qMin(16, int(image.size()) - i));
-    }
-    writer.endOfFile();
-    return writer.finish() && file.commit();
-}
-
 int run(const Options& o) {
     if (o.listPorts) {
         for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts()) {
@@ -219,13 +177,13 @@ int run(const Options& o) {
         if (!readWords(link, profile, o.first, o.last, &image)) {
             return fail(QStringLiteral("Failed to read memory"));
         }
-        if (!saveImage(o.readFile, profile.imageAddress(o.first), image)) {
+        if (!writeRegionImage(o.readFile, profile.imageAddress(o.first), image)) {
             return fail(QStringLiteral("Could not open file to read data into"));
         }
     }
     if (!o.writeFile.isEmpty()) {
         QByteArray image;
-        if (!imageFromFile(o.writeFile, profile, o.first, o.last, &image)) {
+        if (!regionFromImage(o.writeFile, profile, o.first, o.last, &image)) {
             return fail(QStringLiteral("Failed to open file!"));
         }
         say(QStringLiteral("Now writing\n"));
@@ -236,7 +194,7 @@ int run(const Options& o) {
     if (!o.verifyFile.isEmpty()) {
         QByteArray expected;
         QByteArray actual;
-        if (!imageFromFile(o.verifyFile, profile, o.first, o.last, &expected)) {
+        if (!regionFromImage(o.verifyFile, profile, o.first, o.last, &expected)) {
             return fail(QStringLiteral("Failed to open file!"));
         }
         if (!readWords(link, profile, o.first, o.last, &actual)) {
