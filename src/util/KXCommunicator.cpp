@@ -91,7 +91,7 @@ QString KXCommunicator::getParsedENQVersion(const QString& portName, int attempt
     }
     QByteArray received; // kept across attempts: a frame may end in a later one
     for (int attempt = 1; attempt <= attempts; ++attempt) {
-        qDebug().noquote() << "ENQ attempt " << attempt;
+        qDebug().noquote().nospace() << "ENQ attempt " << attempt;
         if (!sendEnquiry(*port)) {
             continue;
         }
@@ -130,7 +130,7 @@ QString KXCommunicator::getParsedENQVersionBlocking(const QString& portName, int
     }
     QByteArray received;
     for (int attempt = 1; attempt <= attempts; ++attempt) {
-        qDebug().noquote() << "ENQ attempt " << attempt;
+        qDebug().noquote().nospace() << "ENQ attempt " << attempt;
         if (!sendEnquiry(*port) || !port->waitForReadyRead(g_answerWaitMs) ||
             port->bytesAvailable() <= 0) {
             continue;

@@ -175,7 +175,7 @@ void Uploader::classifyOutput(const QByteArray& bytes) {
         chunk.truncate(nul);
     }
     output = QString::fromUtf8(chunk);
-    qDebug().noquote() << "from supl received " << output;
+    qDebug().noquote().nospace() << "from supl received " << output;
     if (output.isEmpty()) {
         return;
     }
@@ -232,7 +232,7 @@ bool Uploader::waitForMessage(int timeoutMs, const QStringList& args, SuplMessag
         emit suplError(MSG_ERROR_NO_SUPL);
         return false;
     }
-    qDebug().noquote() << "Starting " << program << " with args " << args.join(QLatin1Char(' '));
+    qDebug().noquote().nospace() << "Starting " << program << " with args " << args.join(QLatin1Char(' '));
     process->start(program, args, QIODevice::ReadWrite);
     timer.start();
     while (timer.isActive()) {
@@ -284,12 +284,12 @@ bool Uploader::searchForDevice() {
         process->waitForFinished(g_exitWaitMs);
     }
     killProcess();
-    qDebug().noquote() << "supl got " << output;
+    qDebug().noquote().nospace() << "supl got " << output;
     deviceVersion = output.section(QLatin1Char(':'), 1, 1)
                         .section(QLatin1Char('\n'), 0, 0)
                         .simplified()
                         .right(4);
-    qDebug().noquote() << "Version: " << deviceVersion;
+    qDebug().noquote().nospace() << "Version: " << deviceVersion;
     return loadDeviceParameters(ui::PATH_AND_FILE_DEVICE);
 }
 
