@@ -35,6 +35,27 @@ QByteArray refusal(Refusal reason) {
     return QByteArray(1, NAK) + static_cast<char>(reason);
 }
 
+QByteArray wordRange(quint32 word, int count) {
+    QByteArray bytes(5, '\0');
+    for (int k = 0; k < 4; ++k) {
+        bytes[k] = static_cast<char>((word >> (24 - 8 * k)) & 0xFF);
+    }
+    bytes[4] = static_cast<char>(count & 0xFF);
+    return bytes;
+}
+
+quint32 wordOf(const QByteArray& payload) {
+    quint32 word = 0;
+    for (int k = 0; k < 4 && payload.size() >= 4; ++k) {
+        word = (word << 8) | static_cast<quint8>(payload.at(k));
+    }
+    return word;
+}
+
+int countOf(const QByteArray& payload) {
+    return payload.size() >= 5 ? static_cast<quint8>(payload.at(4)) : 0;
+}
+
 FrameDecoder::Result FrameDecoder::next(Frame* frame) {
     int start = 0;
     while (start < m_buffer.size() && !m_leads.contains(m_buffer.at(start))) {

@@ -38,6 +38,12 @@ struct Frame {
 QByteArray encode(char lead, char command, const QByteArray& payload);
 QByteArray refusal(Refusal reason);
 
+// The start of a read or write request: word address (most significant byte first) and
+// word count; and the address and count read back from such a payload (0 when short).
+QByteArray wordRange(quint32 word, int count);
+quint32 wordOf(const QByteArray& payload);
+int countOf(const QByteArray& payload);
+
 // Cuts frames out of a byte stream. Bytes before a lead byte are skipped (counted as
 // noise); a frame whose checksum does not add up is reported as such.
 class FrameDecoder {

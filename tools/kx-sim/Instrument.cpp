@@ -72,11 +72,8 @@ bool Instrument::writeWords(quint32 word, int count, const QByteArray& real) {
 
 QByteArray Instrument::serve(const Frame& request) {
     const QByteArray& p = request.payload;
-    const quint32 word = p.size() >= 4
-                             ? (quint32(quint8(p[0])) << 24 | quint32(quint8(p[1])) << 16 |
-                                quint32(quint8(p[2])) << 8 | quint32(quint8(p[3])))
-                             : 0;
-    const int count = p.size() >= 5 ? quint8(p[4]) : 0;
+    const quint32 word = wordOf(p);
+    const int count = countOf(p);
     switch (request.command) {
     case CmdVersion:
         return encode(ACK, CmdVersion, m_id.toLatin1().left(4));

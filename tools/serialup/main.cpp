@@ -92,12 +92,8 @@ bool readWords(HelperLink& link, const DeviceProfile& p, quint32 first, quint32 
     const quint32 total = last - first;
     for (quint32 word = first; word < last; word += MAX_WORDS) {
         const int count = static_cast<int>(qMin<quint32>(MAX_WORDS, last - word));
-        QByteArray address(4, '\0');
-        for (int k = 0; k < 4; ++k) {
-            address[k] = static_cast<char>((word >> (24 - 8 * k)) & 0xFF);
-        }
         Frame reply;
-        if (!link.request(CmdRead, address + static_cast<char>(count), &reply) ||
+        if (!link.request(CmdRead, wordRange(word, count), &reply) ||
             reply.payload.size() != p.realBytes(word, count)) {
             return false;
         }
@@ -121,12 +117,8 @@ bool writeWords(HelperLink& link, const DeviceProfile& p, quint32 first, quint32
         const quint64 span = p.imageAddress(word + count) - p.imageAddress(word);
         const QByteArray real =
             phantoms.remove(image.mid(int(offset), int(span)), p.imageAddress(word), span);
-        QByteArray payload(4, '\0');
-        for (int k = 0; k < 4; ++k) {
-            payload[k] = static_cast<char>((word >> (24 - 8 * k)) & 0xFF);
-        }
         Frame reply;
-        if (!link.request(CmdWrite, payload + static_cast<char>(count) + real, &reply)) {
+        if (!link.request(CmdWrite, wordRange(word, count) + real, &reply)) {
             return false;
         }
         say(QStringLiteral("Progress %1%\n").arg(100 * (word + count - first) / total));
