@@ -4,6 +4,7 @@
 #include "sf/BoolSetting.h"
 
 #include "support/FakeSettingHost.h"
+#include "support/TableFile.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -76,20 +77,7 @@ void TestBoolSetting::sizes() {
 }
 
 void TestBoolSetting::subIndexMapping_data() {
-    QTest::addColumn<int>("bits");
-    QTest::addColumn<int>("subIndex");
-    QTest::addColumn<int>("byteIndex"); // -1: the mapping fails
-    QTest::addColumn<int>("bit");
-    QTest::newRow("16 bits: 0 is the last byte's bit 0") << 16 << 0 << 1 << 0;
-    QTest::newRow("16 bits: 7") << 16 << 7 << 1 << 7;
-    QTest::newRow("16 bits: 8 is the first byte's bit 0") << 16 << 8 << 0 << 0;
-    QTest::newRow("16 bits: 15") << 16 << 15 << 0 << 7;
-    QTest::newRow("16 bits: 16 lies before the data") << 16 << 16 << -1 << 0;
-    QTest::newRow("negative") << 16 << -1 << -1 << 0;
-    QTest::newRow("3 bits: 2 passes") << 3 << 2 << 0 << 2;
-    QTest::newRow("3 bits: 3 fails the size test") << 3 << 3 << -1 << 0;
-    QTest::newRow("12 bits: 12 passes (position 4 < 12)") << 12 << 12 << 0 << 4;
-    QTest::newRow("10 bits: 15 passes (position 7 < 10)") << 10 << 15 << 0 << 7;
+    testsupport::loadTable(QStringLiteral("boolsetting-subIndexMapping.txt"));
 }
 
 void TestBoolSetting::subIndexMapping() {
@@ -167,20 +155,7 @@ void TestBoolSetting::wholeValue() {
 }
 
 void TestBoolSetting::labels_data() {
-    QTest::addColumn<QString>("field");
-    QTest::addColumn<QStringList>("texts");
-    QTest::addColumn<QString>("options"); // per label: i (inverted) / w:wsi / on:text / off:text
-    QTest::newRow("quoted labels")
-        << "{\"Brake\", \"Throttle\"}" << QStringList{"Brake", "Throttle"} << "|";
-    QTest::newRow("single label without braces") << "\"Brake\"" << QStringList{"Brake"} << "";
-    QTest::newRow("unquoted words")
-        << "{Brake, Throttle}" << QStringList{"Brake", "Throttle"} << "|";
-    QTest::newRow("empty braces") << "{}" << QStringList{} << "";
-    QTest::newRow("inverted") << "{\"Brake\" inverted, \"Eco\"}" << QStringList{"Brake", "Eco"}
-                              << "i|";
-    QTest::newRow("all options") << "{\"Brake\" INVERTED wsi = \"BRK\" on = \"Low\" off = \"High\"}"
-                                 << QStringList{"Brake"} << "i w:BRK on:Low off:High";
-    QTest::newRow("commas inside quotes") << "{\"a, b\", \"c\"}" << QStringList{"a, b", "c"} << "|";
+    testsupport::loadTable(QStringLiteral("boolsetting-labels.txt"));
 }
 
 void TestBoolSetting::labels() {

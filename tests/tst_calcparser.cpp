@@ -3,6 +3,7 @@
 // and scale chains that round-trip. Expressions and chains from text: cli-language.t.
 #include "sf/parser/CalcParser.h"
 #include "support/LanguageSupport.h"
+#include "support/TableFile.h"
 
 #include <QLocale>
 #include <QtTest>
@@ -112,28 +113,7 @@ private slots:
     }
 
     void unaryFolding_data() {
-        QTest::addColumn<QString>("definition");
-        QTest::addColumn<bool>("ok");
-        QTest::addColumn<QString>("folded");
-
-        QTest::newRow("after separator") << "x, -5" << true << "s:x , -5 $";
-        QTest::newRow("after range") << "x, 1`-5" << true << "s:x , 1 ` -5 $";
-        QTest::newRow("after operator") << "x, 3 * -5" << true << "s:x , 3 * -5 $";
-        QTest::newRow("subtraction after number") << "x, 3 - 5" << true << "s:x , 3 - 5 $";
-        QTest::newRow("subtraction after kind word") << "x - 5" << true << "s:x - 5 $";
-        QTest::newRow("double minus") << "x, - -5" << true << "s:x , 5 $";
-        QTest::newRow("hexadecimal") << "x, -0x10" << true << "s:x , -0x10 $";
-        QTest::newRow("reference") << "x, -Speed" << true << "s:x , ~Speed $";
-        QTest::newRow("negated reference back") << "x, - -Speed" << true << "s:x , @Speed $";
-        QTest::newRow("group") << "x, 2 * -(1 + 2)" << true << "s:x , 2 * ( -1 * ( 1 + 2 ) ) $";
-        QTest::newRow("negated group twice")
-            << "x, - -(1)" << true << "s:x , ( -1 * ( -1 * ( 1 ) ) ) $";
-        QTest::newRow("ternary branches") << "x, A ? -1 : -B" << true << "s:x , @A ? -1 : ~B $";
-        QTest::newRow("nothing after it") << "x, 1 * -" << false << "";
-        QTest::newRow("closing token after it") << "x, (1 -)" << true << "s:x , ( 1 - ) $";
-        QTest::newRow("closing token after unary") << "x, (* -)" << false << "";
-        QTest::newRow("unclosed group") << "x, -(1" << false << "";
-        QTest::newRow("quoted text after it") << "x, - \"a\"" << false << "";
+        testsupport::loadTable(QStringLiteral("calcparser-unaryFolding.txt"));
     }
 
     void unaryFolding() {

@@ -4,6 +4,7 @@
 #include "sf/Category.h"
 #include "sf/CategoryIndex.h"
 #include "support/CategoryFixtures.h"
+#include "support/TableFile.h"
 
 #include <QPointer>
 #include <QSignalSpy>
@@ -63,25 +64,7 @@ class TestCategory : public QObject {
     Q_OBJECT
 
 private slots:
-    void placement_data() {
-        QTest::addColumn<QString>("names");
-        QTest::addColumn<int>("presets");
-        QTest::addColumn<QString>("codeName");
-        QTest::addColumn<int>("rows");
-        QTest::addColumn<QString>("position");
-        QTest::newRow("final 1 and 2 share a row")
-            << "SPEED1,SPEED2" << 2 << "SPEED2" << 1 << "0:1";
-        QTest::newRow("different names take rows")
-            << "AMPS1,VOLTS1,AMPS2" << 2 << "AMPS2" << 2 << "0:1";
-        QTest::newRow("gap in presets gets a filler") << "X1,X3" << 3 << "X3" << 1 << "0:2";
-        QTest::newRow("final 0 goes to column 0") << "Z0" << 1 << "Z0" << 1 << "0:0";
-        QTest::newRow("same preset twice gets a row below")
-            << "P1,PA,Q1" << 1 << "Q1" << 3 << "2:0";
-        QTest::newRow("collision row stays beside its name")
-            << "P1,Q1,PA" << 1 << "PA" << 3 << "1:0";
-        QTest::newRow("unfolded size counts for later rows")
-            << "G1+4,H1" << 1 << "H1" << 2 << "1:0";
-    }
+    void placement_data() { testsupport::loadTable(QStringLiteral("category-placement.txt")); }
 
     void placement() {
         QFETCH(QString, names);
@@ -305,21 +288,7 @@ private slots:
         QCOMPARE(layoutFault(category), QString());
     }
 
-    void hiddenRows_data() {
-        QTest::addColumn<QString>("names");
-        QTest::addColumn<int>("hiddenSize");
-        QTest::addColumn<QString>("probe");
-        QTest::addColumn<int>("visibleSize");
-        QTest::addColumn<QString>("positions"); // of the probe: rows hidden, then shown
-        QTest::newRow("hidden row between shown ones")
-            << "A1,~H1,B1" << 2 << "B1" << 3 << "1:0 2:0";
-        QTest::newRow("hidden setting itself has no row")
-            << "A1,~H1,B1" << 2 << "H1" << 3 << "-1:-1 1:0";
-        QTest::newRow("row shown while one preset is not hidden")
-            << "~H1,H2,B1" << 2 << "B1" << 2 << "1:0 1:0";
-        QTest::newRow("hidden unfolded-size group") << "~G1+4,B1" << 1 << "B1" << 2 << "0:0 1:0";
-        QTest::newRow("everything hidden") << "~X1,~Y1" << 0 << "Y1" << 2 << "-1:-1 1:0";
-    }
+    void hiddenRows_data() { testsupport::loadTable(QStringLiteral("category-hiddenRows.txt")); }
 
     void hiddenRows() {
         QFETCH(QString, names);

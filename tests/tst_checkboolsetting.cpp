@@ -3,6 +3,7 @@
 #include "sf/CheckBoolSetting.h"
 
 #include "support/FakeSettingHost.h"
+#include "support/TableFile.h"
 
 #include <QtTest>
 
@@ -35,18 +36,7 @@ private slots:
 };
 
 void TestCheckBoolSetting::bitCountSyntax_data() {
-    QTest::addColumn<QString>("definition");
-    QTest::addColumn<int>("bits"); // 0: does not build
-    QTest::newRow("16 bits") << "checkbool[16], {\"a\"}" << 16;
-    QTest::newRow("keyword case-insensitive") << "CheckBool[3], {\"a\"}" << 3;
-    QTest::newRow("blanks inside the brackets") << "checkbool [ 9 ], {\"a\"}" << 9;
-    QTest::newRow("no bit count") << "checkbool, {\"a\"}" << 0;
-    QTest::newRow("empty brackets") << "checkbool[], {\"a\"}" << 0;
-    QTest::newRow("not a number") << "checkbool[x], {\"a\"}" << 0;
-    QTest::newRow("fraction") << "checkbool[1.5], {\"a\"}" << 0;
-    QTest::newRow("zero") << "checkbool[0], {\"a\"}" << 0;
-    QTest::newRow("not closed") << "checkbool[8, {\"a\"}" << 0;
-    QTest::newRow("more after the brackets") << "checkbool[8] x, {\"a\"}" << 0;
+    testsupport::loadTable(QStringLiteral("checkboolsetting-bitCountSyntax.txt"));
 }
 
 void TestCheckBoolSetting::bitCountSyntax() {

@@ -4,6 +4,7 @@
 // file's permissions; edits survive re-opening and re-saving. Refusals and -o: cli-set.t.
 #include "support/CliRunner.h"
 #include "support/SampleData.h"
+#include "support/TableFile.h"
 
 #include "sf/parser/PhantomBytes.h"
 
@@ -110,64 +111,7 @@ private slots:
 };
 
 void TestCliSet::changesExactlyItsBytes_data() {
-    QTest::addColumn<QString>("fw");
-    QTest::addColumn<QStringList>("assignments");
-    QTest::addColumn<QStringList>("changed");
-    QTest::addColumn<QStringList>("query");
-    QTest::addColumn<QStringList>("answer");
-    const auto L = [](std::initializer_list<const char*> texts) {
-        QStringList list;
-        for (const char* t : texts) {
-            list << QString::fromUtf8(t);
-        }
-        return list;
-    };
-    QTest::newRow("number, phantom every 4th")
-        << "v306" << L({"CellCntB=14"}) << L({"CellCntB"}) << L({"CellCntB"}) << L({"14"});
-    QTest::newRow("number clamps its dependent")
-        << "3.10" << L({"CellCntA=8"}) << L({"CellCntA", "LVCA"}) << L({"LVCA", "CellCntA"})
-        << L({"33.6", "8"});
-    QTest::newRow("scaled number")
-        << "3.12" << L({"BattCapA=12.34"}) << L({"BattCapA"}) << L({"BattCapA"}) << L({"12.34"});
-    QTest::newRow("signed number")
-        << "3.20" << L({"TempOffset=-5"}) << L({"TempOffset"}) << L({"TempOffset"}) << L({"-5"});
-    QTest::newRow("32-bit number, no phantom bytes")
-        << "4.01" << L({"LifeWhB=12345.6"}) << L({"LifeWhB"}) << L({"LifeWhB"}) << L({"12345.6"});
-    QTest::newRow("hidden number")
-        << "3.10" << L({"RShunt=1.5"}) << L({"RShunt"}) << L({"RShunt"}) << L({"1.5"});
-    QTest::newRow("renamed setting by help identifier")
-        << "4.01" << L({"WheelCirc@30002=2000"}) << L({"WheelSize"}) << L({"WheelSize"})
-        << L({"2000"});
-    QTest::newRow("list by option")
-        << "3.20" << L({"CellChemB=NiMH"}) << L({"CellChemB"}) << L({"CellChemB"}) << L({"7"});
-    QTest::newRow("list by index")
-        << "v306" << L({"TripAuto=2"}) << L({"TripAuto"}) << L({"TripAuto"}) << L({"2"});
-    QTest::newRow("list option in other case")
-        << "4.01" << L({"PwrUnits=amps"}) << L({"PwrUnits"}) << L({"PwrUnits"}) << L({"1"});
-    QTest::newRow("list changes the units of others")
-        << "3.10" << L({"SpdUnits=mph"}) << L({"SpdUnits"})
-        << L({"--display", "MaxSpd1", "OdoStart"}) << L({"25.0 mph", "0.0 mi"});
-    QTest::newRow("inverted bit") << "v306" << L({"FeatFlags[11]=off"}) << L({"FeatFlags"})
-                                  << L({"FeatFlags[11]", "FeatFlags"}) << L({"0", "6967"});
-    QTest::newRow("bit by help identifier")
-        << "4.01" << L({"Walk@30008=0"}) << L({"FeatFlags"}) << L({"FeatFlags[1]"}) << L({"0"});
-    QTest::newRow("bit in the third byte") << "4.01" << L({"FeatFlags[17]=1"}) << L({"FeatFlags"})
-                                           << L({"FeatFlags"}) << L({"201527"});
-    QTest::newRow("whole bit field") << "3.12" << L({"AlarmFlags=0x05"}) << L({"AlarmFlags"})
-                                     << L({"AlarmFlags", "AlarmFlags[1]"}) << L({"5", "0"});
-    QTest::newRow("check box") << "v306" << L({"Screens[12]=1"}) << L({"Screens"})
-                               << L({"Screens[12]", "Screens"}) << L({"1", "8127"});
-    QTest::newRow("whole check box group") << "3.20" << L({"Screens=3"}) << L({"Screens"})
-                                           << L({"Screens", "Screens[1]"}) << L({"3", "1"});
-    QTest::newRow("several, one clamping")
-        << "3.10" << L({"CellCntA=20", "CellChemA=LiFe", "Screens[0]=0"})
-        << L({"CellCntA", "LVCA", "CellChemA", "Screens"}) << L({"LVCA", "CellChemA"})
-        << L({"50", "5"});
-    QTest::newRow("value as it is")
-        << "3.12" << L({"CellCntA=13"}) << QStringList() << L({"CellCntA"}) << L({"13"});
-    // Between two raw steps the value is stored truncated, as the settings table stores it.
-    QTest::newRow("truncated to the raw step")
-        << "3.10" << L({"FullVA=4.107"}) << L({"FullVA"}) << L({"FullVA"}) << L({"4.1"});
+    testsupport::loadTable(QStringLiteral("cli-set-changesExactlyItsBytes.txt"));
 }
 
 void TestCliSet::changesExactlyItsBytes() {

@@ -5,6 +5,7 @@
 #include "support/CliRunner.h"
 #include "support/SampleData.h"
 #include "support/Simulator.h"
+#include "support/TableFile.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -75,25 +76,7 @@ private slots:
         Q_UNUSED(enq);
     }
 
-    void faults_data() {
-        QTest::addColumn<QStringList>("faults");
-        QTest::addColumn<QString>("command");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("no answer")
-            << QStringList{"--no-answer"} << "read" << 2 << "the instrument does not answer";
-        QTest::newRow("noise before every answer")
-            << QStringList{"--noise"} << "read" << 0 << "Read successful!";
-        QTest::newRow("answers in slow pieces")
-            << QStringList{"--slow", "2"} << "write" << 0 << "Write successful!";
-        QTest::newRow("a stored byte flips") << QStringList{"--flip", "0x1E010"} << "write" << 2
-                                             << "Unable to write data to the Korvex";
-        QTest::newRow("wrong identification") << QStringList{"--wrong-id", "KX9Z"} << "read" << 2
-                                              << "Unable to process device information file";
-        QTest::newRow("unplugged in the middle")
-            << QStringList{"--unplug-after", "300"} << "write" << 2
-            << "An error was encountered while attempting to communicate with the Korvex";
-    }
+    void faults_data() { testsupport::loadTable(QStringLiteral("device-faults.txt")); }
 
     void faults() {
         QFETCH(QStringList, faults);

@@ -2,6 +2,7 @@
 // bytes by address.
 #include "sf/parser/HexParser.h"
 #include "support/HexFixtures.h"
+#include "support/TableFile.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -216,21 +217,7 @@ private slots:
         QVERIFY(!HexParser().loadHex(QString(), sf::parser::PhantomNone, QIODevice::ReadOnly));
     }
 
-    void region_data() {
-        QTest::addColumn<int>("processor");
-        QTest::addColumn<int>("period");
-        QTest::addColumn<uint>("start");
-        QTest::addColumn<uint>("settingsEnd");
-        QTest::addColumn<uint>("end");
-
-        // clang-format off
-        QTest::newRow("every 4")    << 0 << 4 << 0x1E000u << 0x1E1E0u << 0x1E200u;
-        QTest::newRow("every 2")    << 1 << 2 << 0x1E000u << 0x1E1E0u << 0x1E200u;
-        QTest::newRow("none")       << 2 << 1 << 0x310000u << 0x310400u << 0x310400u;
-        QTest::newRow("unknown 3")  << 3 << 2 << 0x1E000u << 0x1E1E0u << 0x1E200u;
-        QTest::newRow("unknown -1") << -1 << 2 << 0x1E000u << 0x1E1E0u << 0x1E200u;
-        // clang-format on
-    }
+    void region_data() { testsupport::loadTable(QStringLiteral("hexparser-region.txt")); }
 
     void region() {
         QFETCH(int, processor);
@@ -326,20 +313,7 @@ private slots:
     }
 
     void allBytesArePhantom_data() {
-        QTest::addColumn<int>("processor");
-        QTest::addColumn<QString>("record");
-        QTest::addColumn<int>("upper");
-        QTest::addColumn<bool>("phantom");
-
-        // clang-format off
-        QTest::newRow("one byte on a phantom, period 2") << 1 << "DE001:AA" << 1 << true;
-        QTest::newRow("one byte on a real address")      << 1 << "DE002:AA" << 1 << false;
-        QTest::newRow("two bytes never all phantom")     << 1 << "DE001:AABB" << 1 << false;
-        QTest::newRow("period 4, 1 mod 4")               << 0 << "DE005:AA" << 1 << true;
-        QTest::newRow("upper address counts")            << 0 << "D0001:AA" << 0x0310 << true;
-        QTest::newRow("empty record")                    << 1 << "DE001:" << 1 << false;
-        QTest::newRow("no phantom processor")            << 2 << "DE001:AA" << 1 << false;
-        // clang-format on
+        testsupport::loadTable(QStringLiteral("hexparser-allBytesArePhantom.txt"));
     }
 
     void allBytesArePhantom() {

@@ -2,6 +2,7 @@
 #include "sf/RawSetting.h"
 #include "sf/parser/HexParser.h"
 #include "support/HexFixtures.h"
+#include "support/TableFile.h"
 
 #include <QBuffer>
 #include <QtTest>
@@ -91,37 +92,7 @@ void TestHexParserMerge::rawSettingsAsRecords() {
 }
 
 void TestHexParserMerge::combine_data() {
-    QTest::addColumn<int>("processor");
-    QTest::addColumn<QString>("existing");
-    QTest::addColumn<QString>("added");
-    QTest::addColumn<QString>("result");
-
-    // clang-format off
-    QTest::newRow("no overlap: appended")    << 2 << "D1000:0102" << "D2000:AA" << "D1000:0102 D2000:AA";
-    QTest::newRow("wholly covered: removed") << 2 << "D1000:0102 D1010:03" << "D0FFF:AAAAAAAA" << "D1010:03 D0FFF:AAAAAAAA";
-    QTest::newRow("exact cover: removed")    << 2 << "D1000:0102" << "D1000:AABB" << "D1000:AABB";
-    QTest::newRow("left part covered")       << 2 << "D1000:01020304" << "D0FFF:AAAA" << "D1001:020304 D0FFF:AAAA";
-    QTest::newRow("right part covered")      << 2 << "D1000:01020304" << "D1003:AAAA" << "D1000:010203 D1003:AAAA";
-    QTest::newRow("inside: split around it") << 2 << "D1000:0102030405060708" << "D1002:AAAA" << "D1000:0102 D1004:05060708 D1002:AAAA";
-    QTest::newRow("touching is no overlap")  << 2 << "D1000:0102" << "D1002:AA D0FFF:BB" << "D1000:0102 D1002:AA D0FFF:BB";
-    QTest::newRow("several cuts in one record") << 2 << "D1000:00010203040506070809" << "D1001:AA D1004:BBBB D1009:CC"
-        << "D1000:00 D1002:0203 D1006:060708 D1001:AA D1004:BBBB D1009:CC";
-    QTest::newRow("phantom-only leftover deleted, period 2") << 1 << "DE000:0100" << "DE000:AA" << "DE000:AA";
-    QTest::newRow("phantom-only leftover deleted, period 4") << 0 << "DE005:01020304" << "DE006:AAAAAA" << "DE006:AAAAAA";
-    QTest::newRow("real leftovers kept, period 2") << 1 << "DE000:01020304" << "DE001:AA" << "DE000:01 DE002:0304 DE001:AA";
-    QTest::newRow("no phantom rule without phantoms") << 2 << "DE000:0100" << "DE000:AA" << "DE001:00 DE000:AA";
-    QTest::newRow("other upper part, no overlap") << 2 << "X0001 DE000:0102" << "X0000 DE000:AABB X0001"
-        << "X0001 DE000:0102 X0000 DE000:AABB X0001";
-    QTest::newRow("same upper part overlaps") << 2 << "X0002 D0000:00 X0001 DE000:0102" << "X0001 DE001:AA"
-        << "X0002 D0000:00 X0001 DE000:01 X0001 DE001:AA";
-    QTest::newRow("piece past 64 KiB gets its upper part") << 2 << "DFFFE:01020304" << "DFFFE:AAAA"
-        << "X0001 D0000:0304 X0000 DFFFE:AAAA";
-    QTest::newRow("new records keep their upper part 0") << 2 << "X0001 DE000:0102" << "D0010:AA"
-        << "X0001 DE000:0102 X0000 D0010:AA";
-    QTest::newRow("end and other records untouched") << 2 << "T03@1000:00000000 D1000:0102 F" << "D1000:AABB F"
-        << "T03@1000:00000000 F D1000:AABB F";
-    QTest::newRow("empty new list") << 2 << "D1000:0102" << "" << "D1000:0102";
-    // clang-format on
+    testsupport::loadTable(QStringLiteral("hexparser-merge-combine.txt"));
 }
 
 void TestHexParserMerge::combine() {

@@ -2,6 +2,7 @@
 // and copying an address range.
 #include "sf/parser/HexParser.h"
 #include "support/HexFixtures.h"
+#include "support/TableFile.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -247,24 +248,7 @@ private slots:
     }
 
     void copyToFile_data() {
-        QTest::addColumn<QString>("records");
-        QTest::addColumn<uint>("from");
-        QTest::addColumn<uint>("to");
-        QTest::addColumn<QString>("expected"); // null: refused
-
-        const QString image = QStringLiteral("X0001 DE000:0102 DE010:03 X0002 D0000:04");
-        // clang-format off
-        QTest::newRow("one segment")      << image << 0x1E000u << 0x1E011u << "X0001 DE000:0102 DE010:03";
-        QTest::newRow("second segment")   << image << 0x20000u << 0x30000u << "X0002 D0000:04";
-        QTest::newRow("record crossing the end is cut and ends the copy")
-            << "DE000:01020304 DE010:05" << 0xE000u << 0xE002u << "DE000:0102";
-        QTest::newRow("record starting before the range left out") << "DDFFF:0102 DE001:03" << 0xE000u << 0xF000u << "DE001:03";
-        QTest::newRow("repeated upper part written once") << "X0001 DE000:01 X0001 DE001:02" << 0u << 0xFFFFFFFFu
-            << "X0001 DE000:01 DE001:02";
-        QTest::newRow("other records left out") << "T03@0000:00001234 D0010:01 F" << 0u << 0x100u << "D0010:01";
-        QTest::newRow("empty range refused")    << image << 0x1E000u << 0x1E000u << QString();
-        QTest::newRow("reversed range refused") << image << 0x1E001u << 0x1E000u << QString();
-        // clang-format on
+        testsupport::loadTable(QStringLiteral("hexparser-write-copyToFile.txt"));
     }
 
     void copyToFile() {

@@ -1,6 +1,7 @@
 // One Intel HEX record: checksums and text form, trimming, splitting, copies.
 #include "sf/parser/Inhex32Entry.h"
 #include "support/HexFixtures.h"
+#include "support/TableFile.h"
 
 #include <QtTest>
 
@@ -77,26 +78,7 @@ void TestInhex32Entry::toStringSplitsLongRecords() {
 }
 
 void TestInhex32Entry::trim_data() {
-    QTest::addColumn<bool>("left");
-    QTest::addColumn<int>("length");
-    QTest::addColumn<int>("address");
-    QTest::addColumn<int>("n");
-    QTest::addColumn<int>("newLength");
-    QTest::addColumn<int>("newAddress");
-
-    // clang-format off
-    QTest::newRow("left: two")               << true << 8 << 0x1000 << 2 << 6 << 0x1002;
-    QTest::newRow("left: none")              << true << 8 << 0x1000 << 0 << 8 << 0x1000;
-    QTest::newRow("left: negative")          << true << 8 << 0x1000 << -3 << 8 << 0x1000;
-    QTest::newRow("left: more than length")  << true << 8 << 0x1000 << 50 << 0 << 0x1008;
-    QTest::newRow("left: heap stays heap")   << true << 100 << 0x2000 << 30 << 70 << 0x201E;
-    QTest::newRow("left: heap to inline")    << true << 40 << 0x2000 << 30 << 10 << 0x201E;
-    QTest::newRow("left: address wraps")     << true << 32 << 0xFFF0 << 20 << 12 << 0x0004;
-    QTest::newRow("right: three")            << false << 8 << 0x4000 << 3 << 5 << 0x4000;
-    QTest::newRow("right: more than length") << false << 8 << 0x4000 << 9 << 0 << 0x4000;
-    QTest::newRow("right: heap to inline")   << false << 200 << 0x4000 << 190 << 10 << 0x4000;
-    QTest::newRow("right: empty record")     << false << 0 << 0x4000 << 4 << 0 << 0x4000;
-    // clang-format on
+    testsupport::loadTable(QStringLiteral("inhex32entry-trim.txt"));
 }
 
 void TestInhex32Entry::trim() {
@@ -115,22 +97,7 @@ void TestInhex32Entry::trim() {
 }
 
 void TestInhex32Entry::split_data() {
-    QTest::addColumn<int>("length");
-    QTest::addColumn<int>("a");
-    QTest::addColumn<int>("b");
-    QTest::addColumn<bool>("splits");
-
-    // clang-format off
-    QTest::newRow("a equals b: nothing")         << 16 << 5 << 5 << false;
-    QTest::newRow("a above b: nothing")          << 16 << 6 << 5 << false;
-    QTest::newRow("b at the end: nothing")       << 16 << 3 << 16 << false;
-    QTest::newRow("negative a: nothing")         << 16 << -1 << 4 << false;
-    QTest::newRow("drop the middle")             << 16 << 3 << 9 << true;
-    QTest::newRow("neighbours, nothing dropped") << 16 << 3 << 4 << true;
-    QTest::newRow("first and last byte kept")    << 16 << 0 << 15 << true;
-    QTest::newRow("heap record, inline pieces")  << 60 << 9 << 50 << true;
-    QTest::newRow("heap record, heap pieces")    << 200 << 99 << 101 << true;
-    // clang-format on
+    testsupport::loadTable(QStringLiteral("inhex32entry-split.txt"));
 }
 
 void TestInhex32Entry::split() {

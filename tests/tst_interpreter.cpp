@@ -4,6 +4,7 @@
 #include "sf/RawSetting.h"
 #include "sf/parser/Interpreter.h"
 #include "support/LanguageSupport.h"
+#include "support/TableFile.h"
 
 #include "kxs/compiler/KxsWriter.h"
 
@@ -113,37 +114,7 @@ private slots:
 
     // Tokenising and preprocessing
 
-    void tokenize_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("tokens");
-
-        QTest::newRow("kind word and fields")
-            << "num, u16, 0`100, [*10/256]"
-            << QStringLiteral("s:num , @u16 , 0 ` 100 , [ * 10 / 256 ] $");
-        QTest::newRow("split comparison joined")
-            << "x, a < = b" << QStringLiteral("s:x , @a <= @b $");
-        QTest::newRow("ampersand and bar stay two")
-            << "x, a &| b" << QStringLiteral("s:x , @a & | @b $");
-        QTest::newRow("equals after not equal")
-            << "x, a ! = = b" << QStringLiteral("s:x , @a != = @b $");
-        QTest::newRow("three equals") << "x, a===b" << QStringLiteral("s:x , @a == = @b $");
-        QTest::newRow("indexed reference") << "x, Cell[3]" << QStringLiteral("s:x , @Cell[3] $");
-        QTest::newRow("indexed reference with blanks")
-            << "x, Cell [ 3 ]" << QStringLiteral("s:x , @Cell[3] $");
-        QTest::newRow("reference index stays apart")
-            << "x, Cell[x]" << QStringLiteral("s:x , @Cell [ @x ] $");
-        QTest::newRow("second index stays apart")
-            << "x, Cell[3][4]" << QStringLiteral("s:x , @Cell[3] [ 4 ] $");
-        QTest::newRow("kind word never changed")
-            << "Cell[3], a" << QStringLiteral("s:Cell [ 3 ] , @a $");
-        QTest::newRow("kind word operator not joined") << "< = a" << QStringLiteral("< = @a $");
-        QTest::newRow("quoted text stays a string")
-            << "list, \"Hello, world\", x" << QStringLiteral("s:list , s:\"Hello, world\" , @x $");
-        QTest::newRow("half-quoted text is a reference")
-            << "x, \"abc" << QStringLiteral("s:x , @\"abc $");
-        QTest::newRow("tabs and newlines") << "x,\t1\n`\r2" << QStringLiteral("s:x , 1 ` 2 $");
-        QTest::newRow("marker stays for the reader") << "x, DIS" << QStringLiteral("s:x , @DIS $");
-    }
+    void tokenize_data() { testsupport::loadTable(QStringLiteral("interpreter-tokenize.txt")); }
 
     void tokenize() {
         QFETCH(QString, text);
@@ -183,23 +154,7 @@ private slots:
     // Layout walking
 
     void settingMarkers_data() {
-        QTest::addColumn<QString>("definition");
-        QTest::addColumn<bool>("enabled");
-        QTest::addColumn<bool>("hidden");
-        QTest::addColumn<QString>("tokens");
-
-        QTest::newRow("no marker") << "num, u8, 0`10" << true << false << "s:num , @u8 , 0 ` 10 $";
-        QTest::newRow("disabled") << "num, u8, DIS" << false << false << "s:num , @u8 $";
-        QTest::newRow("hidden") << "num, u8, HID" << true << true << "s:num , @u8 $";
-        QTest::newRow("marker must be the whole token")
-            << "num, u8, DISABLED" << true << false << "s:num , @u8 , @DISABLED $";
-        QTest::newRow("quoted marker is no marker")
-            << "num, u8, \"DIS\"" << true << false << "s:num , @u8 , s:\"DIS\" $";
-        QTest::newRow("token before marker removed whatever it is")
-            << "num, u8 HID" << true << true << "s:num , $";
-        QTest::newRow("marker alone") << "DIS" << false << false << "$";
-        QTest::newRow("only one marker removed")
-            << "num, HID, DIS" << false << false << "s:num , @HID $";
+        testsupport::loadTable(QStringLiteral("interpreter-settingMarkers.txt"));
     }
 
     void settingMarkers() {

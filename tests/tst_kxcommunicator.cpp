@@ -2,6 +2,7 @@
 // pseudo-terminal whose other end answers each enquiry as scripted (split frames, frames
 // across attempts, noise, NUL bytes, empty frames, no answer).
 #include "support/PtyPeer.h"
+#include "support/TableFile.h"
 #include "util/KXCommunicator.h"
 
 #include <QtTest>
@@ -33,26 +34,7 @@ private slots:
     void initTestCase() { KXCommunicator::setAnswerWaitMs(300); }
 
     void findResponse_data() {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("ok");
-        QTest::addColumn<int>("start"); // -1: left untouched
-        QTest::addColumn<int>("count");
-        QTest::newRow("plain frame") << QByteArray("\x06"
-                                                   "1.2b3\x04")
-                                     << true << 1 << 5;
-        QTest::newRow("noise and a stray EOT first")
-            << QByteArray("ab\x04\x06V\x04") << true << 4 << 1;
-        QTest::newRow("last ACK wins") << QByteArray("\x06\x06X\x04") << true << 2 << 1;
-        QTest::newRow("empty frame written, refused") << QByteArray("\x06\x04") << false << 1 << 0;
-        QTest::newRow("empty frame hides a later one")
-            << QByteArray("\x06\x04text\x06V\x04") << false << 1 << 0;
-        QTest::newRow("ACK as the last byte") << QByteArray("\x06V\x04\x06") << true << 1 << 1;
-        QTest::newRow("ACK last, nothing after it") << QByteArray("xy\x06") << false << -1 << -1;
-        QTest::newRow("no EOT") << QByteArray("\x06"
-                                              "abc")
-                                << false << -1 << -1;
-        QTest::newRow("only EOT") << QByteArray("\x04\x04") << false << -1 << -1;
-        QTest::newRow("nothing") << QByteArray() << false << -1 << -1;
+        testsupport::loadTable(QStringLiteral("kxcommunicator-findResponse.txt"));
     }
 
     void findResponse() {

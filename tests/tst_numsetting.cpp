@@ -4,6 +4,7 @@
 #include "sf/NumSetting.h"
 
 #include "support/FakeSettingHost.h"
+#include "support/TableFile.h"
 
 #include <QtTest>
 
@@ -43,26 +44,7 @@ private slots:
 };
 
 void TestNumSetting::sizeAndSign_data() {
-    QTest::addColumn<QString>("format");
-    QTest::addColumn<bool>("builds");
-    QTest::addColumn<int>("bits");
-    QTest::addColumn<int>("bytes");
-    QTest::addColumn<bool>("isSigned");
-    QTest::addColumn<double>("minimum"); // without a range field: the whole type
-    QTest::addColumn<double>("maximum");
-    QTest::newRow("s8") << "s8" << true << 8 << 1 << true << -128.0 << 127.0;
-    QTest::newRow("u1") << "u1" << true << 1 << 1 << false << 0.0 << 1.0;
-    QTest::newRow("u12 takes 2 bytes") << "u12" << true << 12 << 2 << false << 0.0 << 4095.0;
-    QTest::newRow("u24 rounds up to 4 bytes")
-        << "u24" << true << 24 << 4 << false << 0.0 << 16777215.0;
-    QTest::newRow("s32") << "s32" << true << 32 << 4 << true << -2147483648.0 << 2147483647.0;
-    QTest::newRow("u33 rounds up to 8 bytes")
-        << "u33" << true << 33 << 8 << false << 0.0 << 8589934591.0;
-    QTest::newRow("u64") << "u64" << true << 64 << 8 << false << 0.0 << 18446744073709551615.0;
-    QTest::newRow("upper-case U") << "U16" << false << 0 << 0 << false << 0.0 << 0.0;
-    QTest::newRow("no bit count") << "u" << false << 0 << 0 << false << 0.0 << 0.0;
-    QTest::newRow("zero bits") << "u0" << false << 0 << 0 << false << 0.0 << 0.0;
-    QTest::newRow("beyond 64 bits") << "u65" << false << 0 << 0 << false << 0.0 << 0.0;
+    testsupport::loadTable(QStringLiteral("numsetting-sizeAndSign.txt"));
 }
 
 void TestNumSetting::sizeAndSign() {
@@ -92,38 +74,7 @@ void TestNumSetting::sizeAndSign() {
 }
 
 void TestNumSetting::bytesAndValues_data() {
-    QTest::addColumn<QString>("format");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("way"); // "read", "write" (truncated or saturated) or "both"
-    QTest::newRow("s8 lowest") << "s8" << hexBytes("80") << -128.0 << "both";
-    QTest::newRow("u8 FF") << "u8" << hexBytes("FF") << 255.0 << "both";
-    QTest::newRow("u16 most significant first") << "u16" << hexBytes("12 34") << 4660.0 << "both";
-    QTest::newRow("s16 negative") << "s16" << hexBytes("FF FE") << -2.0 << "both";
-    QTest::newRow("s12 is read as 16 bits") << "s12" << hexBytes("0F FF") << 4095.0 << "read";
-    QTest::newRow("u24 in 4 bytes") << "u24" << hexBytes("00 01 00 00") << 65536.0 << "both";
-    QTest::newRow("u64 below 2^63")
-        << "u64" << hexBytes("00 00 00 01 00 00 00 00") << 4294967296.0 << "both";
-    QTest::newRow("u64 exactly 2^63")
-        << "u64" << hexBytes("80 00 00 00 00 00 00 00") << 9223372036854775808.0 << "both";
-    QTest::newRow("u64 above 2^63")
-        << "u64" << hexBytes("80 00 00 00 00 00 10 00") << 9223372036854779904.0 << "both";
-    QTest::newRow("u64 all ones") << "u64" << hexBytes("FF FF FF FF FF FF FF FF")
-                                  << 18446744073709551615.0 << "read";
-    QTest::newRow("s64 lowest") << "s64" << hexBytes("80 00 00 00 00 00 00 00")
-                                << -9223372036854775808.0 << "read";
-    QTest::newRow("2.9 truncates to 2") << "u8" << hexBytes("02") << 2.9 << "write";
-    QTest::newRow("-2.9 truncates to -2") << "s8" << hexBytes("FE") << -2.9 << "write";
-    QTest::newRow("u8 saturates high") << "u8" << hexBytes("FF") << 300.0 << "write";
-    QTest::newRow("u8 saturates negative to 0") << "u8" << hexBytes("00") << -5.0 << "write";
-    QTest::newRow("s8 saturates high") << "s8" << hexBytes("7F") << 200.0 << "write";
-    QTest::newRow("s8 saturates low") << "s8" << hexBytes("80") << -200.0 << "write";
-    QTest::newRow("u64 saturates")
-        << "u64" << hexBytes("FF FF FF FF FF FF FF FF") << 1e20 << "write";
-    QTest::newRow("s64 saturates low")
-        << "s64" << hexBytes("80 00 00 00 00 00 00 00") << -1e20 << "write";
-    QTest::newRow("s64 saturates high")
-        << "s64" << hexBytes("7F FF FF FF FF FF FF FF") << 1e20 << "write";
+    testsupport::loadTable(QStringLiteral("numsetting-bytesAndValues.txt"));
 }
 
 void TestNumSetting::bytesAndValues() {
@@ -153,21 +104,7 @@ void TestNumSetting::bytesAndValues() {
 }
 
 void TestNumSetting::scaleChain_data() {
-    QTest::addColumn<uint>("format");
-    QTest::addColumn<QString>("scale");
-    QTest::addColumn<double>("raw");
-    QTest::addColumn<double>("shown");
-    QTest::addColumn<bool>("exact"); // false: setting the shown value stores the raw integer below
-    QTest::newRow("times 10 divided by 256") << 1001u << "[*10/256]" << 1000.0 << 39.0625 << true;
-    QTest::newRow("format 1000 implicit multiply")
-        << 1000u << "[10/256]" << 1000.0 << 39.0625 << true;
-    QTest::newRow("hexadecimal factor") << 1001u << "[*0x10]" << 3.0 << 48.0 << true;
-    QTest::newRow("offset then factor") << 1001u << "[-40*2]" << 100.0 << 120.0 << true;
-    QTest::newRow("empty chain") << 1001u << "[]" << 77.0 << 77.0 << true;
-    QTest::newRow("negative factor") << 1001u << "[*-1]" << 5.0 << -5.0 << true;
-    QTest::newRow("floating-point noise is not truncated away")
-        << 1001u << "[/100]" << 29.0 << 0.29 << false;
-    QTest::newRow("shown step between raw values") << 1001u << "[/10]" << 12.0 << 1.25 << false;
+    testsupport::loadTable(QStringLiteral("numsetting-scaleChain.txt"));
 }
 
 void TestNumSetting::scaleChain() {

@@ -11,6 +11,7 @@
 
 #include "support/FakeSettingHost.h"
 #include "support/LanguageSupport.h"
+#include "support/TableFile.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -100,17 +101,7 @@ class TestSetting : public QObject {
     Q_OBJECT
 private slots:
     void presetFromCodeName_data() {
-        QTest::addColumn<QString>("codeName");
-        QTest::addColumn<int>("preset");
-        QTest::addColumn<QString>("baseName");
-        QTest::newRow("digit 1 is preset 0") << "Cells1" << 0 << "Cells";
-        QTest::newRow("digit 9 is preset 8") << "Cells9" << 8 << "Cells";
-        QTest::newRow("digit 0 gives -1") << "Cells0" << -1 << "Cells";
-        QTest::newRow("letter A is preset 0") << "ModeA" << 0 << "Mode";
-        QTest::newRow("letter B is preset 1") << "ModeB" << 1 << "Mode";
-        QTest::newRow("letter C is no preset") << "ModeC" << 0 << "ModeC";
-        QTest::newRow("lower-case b is no preset") << "Modeb" << 0 << "Modeb";
-        QTest::newRow("single character") << "B" << 1 << "";
+        testsupport::loadTable(QStringLiteral("setting-presetFromCodeName.txt"));
     }
 
     void presetFromCodeName() {
@@ -290,50 +281,7 @@ private slots:
     // A field's case blocks and ternaries resolved with Mode1 at a value; "-" when it
     // fails. A malformed field reports its message once, however often it is read.
     void fieldEvaluation_data() {
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<QString>("expected");
-        QTest::addColumn<QString>("message"); // followed by the processed line; empty: none
-        const QString none;
-        QTest::newRow("plain tokens") << "1 + 2" << 0 << "1 + 2" << none;
-        QTest::newRow("case picks entry 0") << "{Mode1, 10, 20, 30}" << 0 << "10" << none;
-        QTest::newRow("case beyond the entries takes the last")
-            << "{Mode1, 10, 20, 30}" << 7 << "30" << none;
-        QTest::newRow("case of a single entry") << "{Mode1, 10}" << 3 << "10" << none;
-        QTest::newRow("case selector truncates") << "{Mode1 / 2, 10, 20, 30}" << 3 << "20" << none;
-        QTest::newRow("case inside an expression") << "5 * {Mode1, 2, 3}" << 1 << "5 * 3" << none;
-        QTest::newRow("two cases in a range")
-            << "{Mode1, 0, 1}`{Mode1, 10, 20}" << 1 << "1 ` 20" << none;
-        QTest::newRow("case entry of several tokens")
-            << "{Mode1, [*2], [*10/256]}" << 1 << "[ * 10 / 256 ]" << none;
-        QTest::newRow("ternary true") << "Mode1 == 1 ? 5 : 6" << 1 << "5" << none;
-        QTest::newRow("ternary false") << "Mode1 == 1 ? 5 : 6" << 0 << "6" << none;
-        QTest::newRow("nested ternary in false branch")
-            << "Mode1 == 0 ? 1 : Mode1 == 1 ? 2 : 3" << 2 << "3" << none;
-        QTest::newRow("nested ternary in true branch")
-            << "Mode1 ? Mode1 == 1 ? 1 : 2 : 3" << 2 << "2" << none;
-        QTest::newRow("bit reference in condition") << "Flags1[2] ? 1 : 0" << 0 << "1" << none;
-        QTest::newRow("inverted bit reference") << "Flags1[3] ? 1 : 0" << 0 << "1" << none;
-        QTest::newRow("unknown setting fails") << "Nope1 ? 1 : 0" << 0 << "-" << none;
-        QTest::newRow("condition that does not calculate") << "Mode1 + ? 1 : 0" << 0 << "-" << none;
-        QTest::newRow("empty case") << "{}" << 0 << "-"
-                                    << "Empty case ( ie. {} ): ";
-        QTest::newRow("case with only a selector") << "{Mode1}" << 0 << "-"
-                                                   << "Empty case ( ie. {} ): ";
-        QTest::newRow("case not closed") << "{Mode1, 1, 2" << 0 << "-"
-                                         << "Malformed case. Hit END token before closing '}': ";
-        QTest::newRow("ternary without separator")
-            << "Mode1 ? 1" << 0 << "-"
-            << "Malformed ternary. Ternary separator not found: ";
-        QTest::newRow("nested ternary short of a separator")
-            << "Mode1 ? Mode1 ? 1 : 2" << 0 << "-"
-            << "Malformed ternary. Missing ternary separator ':' in: ";
-        QTest::newRow("braces inside ternary")
-            << "Mode1 ? {Mode1, 1, 2} : 3" << 0 << "-"
-            << "Malformed ternary. Block braces '{', '}' not supported inside ternaries: ";
-        QTest::newRow("ternary inside case is ignored")
-            << "{Mode1, Mode1 ? 1 : 2, 3}" << 0 << "Mode1 ? 1 : 2"
-            << "Ternary operator being ignored at non-zero depth in: ";
+        testsupport::loadTable(QStringLiteral("setting-fieldEvaluation.txt"));
     }
 
     void fieldEvaluation() {
@@ -359,21 +307,7 @@ private slots:
     }
 
     void purifyStringToken_data() {
-        QTest::addColumn<QString>("payload");
-        QTest::addColumn<int>("type");
-        QTest::addColumn<QString>("expected"); // "<fails>" when purifying fails
-        const int str = parser::String;
-        QTest::newRow("quotes vanish") << "\"abc\"" << str << "abc";
-        QTest::newRow("unquoted reference word") << "Volts" << int(parser::Dependent) << "Volts";
-        QTest::newRow("surrounding blanks trimmed") << "  \"a b\"  " << str << "a b";
-        QTest::newRow("escaped tilde") << "\"a\\~b\"" << str << "a~b";
-        QTest::newRow("tilde after quote dropped") << "\"~abc\"" << str << "abc";
-        QTest::newRow("tilde elsewhere kept") << "\"a~b\"" << str << "a~b";
-        QTest::newRow("escaped tilde then tilde") << "\"\\~~\"" << str << "~~";
-        QTest::newRow("escaped backslash") << "\"a\\\\b\"" << str << "a\\b";
-        QTest::newRow("escaped backslash before quote") << "\"a\\\\\"" << str << "a\\";
-        QTest::newRow("empty text") << "\"\"" << str << "";
-        QTest::newRow("numbers are not purified") << "12" << int(parser::Numeric) << "<fails>";
+        testsupport::loadTable(QStringLiteral("setting-purifyStringToken.txt"));
     }
 
     void purifyStringToken() {
@@ -387,54 +321,7 @@ private slots:
     }
 
     void purifyStringTerminals_data() {
-        QTest::addColumn<QString>("definition");
-        QTest::addColumn<bool>("succeeds");
-        QTest::addColumn<QString>("message"); // %L stands for the processed line; empty: none
-        QTest::addColumn<QString>("field");   // the field's payloads afterwards
-        const QString none;
-        const QString braces = QStringLiteral(
-            "Malformed String. Block braces '{', '}' not supported inside strings fields, ");
-        QTest::newRow("quoted text")
-            << "p, \"Battery \\\"A\\\"\"" << true << none << "Battery \"A\"";
-        QTest::newRow("ternary branches")
-            << "p, Mode1 == 0 ? \"V\" : \"mV\"" << true << none << "Mode1 == 0 ? V : mV";
-        QTest::newRow("case entries, not the selector")
-            << "p, {Mode1, \"a\", \"b\"}" << true << none << "{ Mode1 , a , b }";
-        QTest::newRow("empty field") << "p, , x" << true << none << none;
-        QTest::newRow("unquoted text is accepted with a warning")
-            << "p, Volts" << true
-            << "Unquoted string field at token 2 in line: %L\nOverriding and treating as a String."
-            << "Volts";
-        QTest::newRow("two texts in one field") << "p, \"a\" \"b\"" << false
-                                                << "Internal error - early termination at token 3, "
-                                                   "expected to continue to 4, in line: 4"
-                                                << "a \"b\"";
-        QTest::newRow("tokens after a case block") << "p, {Mode1, \"a\"} \"b\"" << false
-                                                   << "Internal error - early termination at token "
-                                                      "7, expected to continue to 8, in line: 8"
-                                                   << "{ Mode1 , a } \"b\"";
-        QTest::newRow("case block inside a ternary")
-            << "p, Mode1 ? {Mode1, \"a\"} : \"b\"" << false << braces + "at token 4 in: %L"
-            << "Mode1 ? { Mode1 , \"a\" } : \"b\"";
-        QTest::newRow("nested case block")
-            << "p, {Mode1, {Mode1, \"a\"}}" << false << braces + "at token 5 in: %L"
-            << "{ Mode1 , { Mode1 , \"a\" } }";
-        QTest::newRow("ternary without separator")
-            << "p, Mode1 ? \"a\"" << false
-            << "Malformed Ternary at token 3 is missing a ':', between tokens 4, 5 in: %L"
-            << "Mode1 ? \"a\"";
-        QTest::newRow("empty case") << "p, {}" << false << "Empty case (ie. {}) at token 2"
-                                    << "{ }";
-        QTest::newRow("case without closing brace")
-            << "p, {Mode1, \"a\"" << false << "Missing '}' in case at token 2"
-            << "{ Mode1 , \"a\"";
-        QTest::newRow("odd quotes")
-            << "p, \"a\"b\"" << false << "Failed to 'purify' String at token 2, line: %L"
-            << "\"a\"b\"";
-        QTest::newRow("message names the line as it was before purifying")
-            << "p, {Mode1, \"a\", 12}" << false
-            << "String token expected, instead found type Numeric, at token 7, line: %L"
-            << "{ Mode1 , a , 12 }";
+        testsupport::loadTable(QStringLiteral("setting-purifyStringTerminals.txt"));
     }
 
     void purifyStringTerminals() {
@@ -479,22 +366,7 @@ private slots:
     // The scale field of "p, a, b, 0`1, FIELD" preprocessed for a layout format; the
     // field's tokens afterwards (renderTokens).
     void preprocessNumericInput_data() {
-        QTest::addColumn<uint>("format");
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<int>("input");
-        QTest::addColumn<bool>("rewritten");
-        QTest::addColumn<QString>("tokens");
-        const int scale = int(InputScale);
-        // clang-format off
-        QTest::newRow("1000 leading factor gets *") << 1000u << "[10/256]" << scale << true << "[ * 10 / 256 ]";
-        QTest::newRow("1001 leading factor stays")  << 1001u << "[10/256]" << scale << true << "[ 10 / 256 ]";
-        QTest::newRow("1000 reference gets *")      << 1000u << "[Mode1]" << scale << true << "[ * @Mode1 ]";
-        QTest::newRow("hexadecimal becomes decimal") << 1001u << "[*0x10/20h]" << scale << true << "[ * 16 / 32 ]";
-        QTest::newRow("no bracket")                 << 1001u << "5" << scale << false << "5";
-        QTest::newRow("bracket of a later field is not touched") << 1000u << "[10]" << int(InputRange) << false << "[ 10 ]";
-        QTest::newRow("unknown operator fails")     << 1001u << "[*2!3]" << scale << false << "[ * 2 ! 3 ]";
-        QTest::newRow("unclosed bracket fails")     << 1000u << "[10" << scale << false << "[ 10";
-        // clang-format on
+        testsupport::loadTable(QStringLiteral("setting-preprocessNumericInput.txt"));
     }
 
     void preprocessNumericInput() {
@@ -522,22 +394,7 @@ private slots:
     }
 
     void resolveReferences_data() {
-        QTest::addColumn<QString>("expression");
-        QTest::addColumn<int>("behaviour");
-        QTest::addColumn<bool>("succeeds");
-        QTest::addColumn<QString>("expected");
-        const int strict = int(ReplaceBehaviour::Strict);
-        QTest::newRow("negated reference") << "2 * -Mode1" << strict << true << "2 * -3";
-        QTest::newRow("number of a bit field") << "Flags1" << strict << true << "5";
-        QTest::newRow("bit by sub-index") << "Flags1[2] + Flags1[1]" << strict << true << "1 + 0";
-        QTest::newRow("bit by hexadecimal sub-index") << "Flags1[0x2]" << strict << true << "1";
-        QTest::newRow("sub-index beyond the labels") << "Flags1[4]" << strict << false << "";
-        QTest::newRow("sub-index of a number") << "Mode1[0]" << strict << false << "";
-        QTest::newRow("unknown fails strictly") << "Nope1 + Mode1" << strict << false << "";
-        QTest::newRow("unknown kept")
-            << "Nope1 + Mode1" << int(ReplaceBehaviour::KeepMissing) << false << "Nope1 + 3";
-        QTest::newRow("unknown as zero")
-            << "Nope1 + Mode1" << int(ReplaceBehaviour::ZeroMissing) << true << "0 + 3";
+        testsupport::loadTable(QStringLiteral("setting-resolveReferences.txt"));
     }
 
     void resolveReferences() {

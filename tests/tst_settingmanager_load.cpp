@@ -3,6 +3,7 @@
 
 #include "support/LayoutFixtures.h"
 #include "support/ManagerFixtures.h"
+#include "support/TableFile.h"
 
 #include "kxs/compiler/KxsWriter.h"
 #include "sf/Category.h"
@@ -319,19 +320,7 @@ void TestSettingManagerLoad::helpFile() {
 }
 
 void TestSettingManagerLoad::parseTooltips_data() {
-    QTest::addColumn<QString>("html");
-    QTest::addColumn<QStringList>("pairs"); // id, text, id, text ...
-
-    QTest::newRow("nothing") << QStringLiteral("<p>no divs</p>") << QStringList();
-    QTest::newRow("ids and texts are trimmed")
-        << QStringLiteral("<div   id=\" A \" >\n x \n</div>") << QStringList{"A", "x"};
-    QTest::newRow("text stops at the first closing div")
-        << QStringLiteral("<div id=\"C\">one<b>two</b></div>rest</div>")
-        << QStringList{"C", "one<b>two</b>"};
-    QTest::newRow("div without id is skipped")
-        << QStringLiteral("<div>x</div><div id=\"D\">d</div>") << QStringList{"D", "d"};
-    QTest::newRow("later duplicate replaces earlier")
-        << QStringLiteral("<div id=\"E\">1</div><div id=\"E\">2</div>") << QStringList{"E", "2"};
+    testsupport::loadTable(QStringLiteral("settingmanager-load-parseTooltips.txt"));
 }
 
 void TestSettingManagerLoad::parseTooltips() {

@@ -3,6 +3,7 @@
 
 #include "support/LayoutFixtures.h"
 #include "support/ManagerFixtures.h"
+#include "support/TableFile.h"
 
 #include "sf/Category.h"
 #include "sf/Setting.h"
@@ -49,30 +50,7 @@ void TestSettingManagerValues::cleanup() {
 }
 
 void TestSettingManagerValues::lookups_data() {
-    QTest::addColumn<QString>("codeName");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<bool>("multi");
-    QTest::addColumn<QString>("wsi");      // the setting's own WSI, if any
-    QTest::addColumn<QString>("wsiOwner"); // who answers that WSI
-
-    QTest::newRow("number") << "Lim1" << 2 << false << "LIM"
-                            << "Lim1";
-    QTest::newRow("second setting with a shared WSI") << "Cells2" << 2 << false << "CELLS"
-                                                      << "Cells1";
-    QTest::newRow("bit field") << "Flags" << 3 << true << ""
-                               << "";
-    QTest::newRow("check boxes") << "Boxes" << 4 << true << ""
-                                 << "";
-    QTest::newRow("list") << "Screen" << 5 << false << "SCREEN"
-                          << "Screen";
-    QTest::newRow("hidden") << "Hid" << 2 << false << "HIDW"
-                            << "Hid";
-    QTest::newRow("uncategorized") << "Early" << 2 << false << "EARLY"
-                                   << "Early";
-    QTest::newRow("unknown") << "Nope" << 0 << false << "NOPE"
-                             << "";
-    QTest::newRow("code names are case-sensitive") << "lim1" << 0 << false << "lim"
-                                                   << "";
+    testsupport::loadTable(QStringLiteral("settingmanager-values-lookups.txt"));
 }
 
 void TestSettingManagerValues::lookups() {

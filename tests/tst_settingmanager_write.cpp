@@ -3,6 +3,7 @@
 
 #include "support/LayoutFixtures.h"
 #include "support/ManagerFixtures.h"
+#include "support/TableFile.h"
 
 #include "sf/RawSetting.h"
 #include "sf/Setting.h"
@@ -70,17 +71,7 @@ private slots:
 };
 
 void TestSettingManagerWrite::copyCounts_data() {
-    QTest::addColumn<QString>("prepare");
-    QTest::addColumn<bool>("onlyEnabled");
-    QTest::addColumn<int>("count");
-
-    // Plain, Hidden, Off, Odd, Broken (raw disabled), HiddenOdd.
-    QTest::newRow("everything") << "" << false << 6;
-    QTest::newRow("only enabled: disabled, size mismatch and failed kind left out")
-        << "" << true << 3;
-    QTest::newRow("only enabled, after enabling Off") << "enable Off" << true << 4;
-    QTest::newRow("only enabled, after disabling Plain") << "disable Plain" << true << 2;
-    QTest::newRow("hidden settings count even when disabled") << "disable Hidden" << true << 3;
+    testsupport::loadTable(QStringLiteral("settingmanager-write-copyCounts.txt"));
 }
 
 void TestSettingManagerWrite::copyCounts() {

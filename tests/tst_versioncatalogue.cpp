@@ -1,5 +1,6 @@
 // The firmware version catalogue: sorted insert without duplicates, and the scan of a
 // firmware folder tree with its groups, walk order and skipped files.
+#include "support/TableFile.h"
 #include "support/VersionFixtures.h"
 #include "util/VersionCatalogue.h"
 #include "util/VersionParser.h"
@@ -52,18 +53,7 @@ private slots:
     }
 
     void sortedInsert_data() {
-        QTest::addColumn<QStringList>("added");
-        QTest::addColumn<QStringList>("expected");
-        QTest::newRow("ascending input reversed") << QStringList{"KX3.06", "KX4.01", "KX4.02"}
-                                                  << QStringList{"KX4.02", "KX4.01", "KX3.06"};
-        QTest::newRow("legacy names last") << QStringList{"v306", "KX3.06", "v250", "Dravolin 2.5"}
-                                           << QStringList{"KX3.06", "Dravolin 2.5", "v306", "v250"};
-        QTest::newRow("KX3.9 above KX3.10 by text")
-            << QStringList{"KX3.10", "KX3.9"} << QStringList{"KX3.9", "KX3.10"};
-        QTest::newRow("case-only duplicate dropped")
-            << QStringList{"KX4.02", "kx4.02", "KX4.01"} << QStringList{"KX4.02", "KX4.01"};
-        QTest::newRow("legacy case-only duplicate dropped")
-            << QStringList{"v306", "V306"} << QStringList{"v306"};
+        testsupport::loadTable(QStringLiteral("versioncatalogue-sortedInsert.txt"));
     }
 
     void sortedInsert() {

@@ -2,6 +2,8 @@
 // names and what counts as "no version".
 #include "util/VersionContainer.h"
 
+#include "support/TableFile.h"
+
 #include <QtTest>
 
 using util::VersionContainer;
@@ -33,51 +35,7 @@ private slots:
 };
 
 void TestVersionContainer::compare_data() {
-    QTest::addColumn<QString>("mine");
-    QTest::addColumn<QString>("theirs");
-    QTest::addColumn<int>("expected"); // sign of the result
-    QTest::addColumn<bool>("exact");   // the result is exactly +-1 (legacy rule)
-
-    QTest::newRow("legacy v before KX") << "v306"
-                                        << "KX3.06" << -1 << true;
-    QTest::newRow("KX after legacy v") << "KX3.06"
-                                       << "v306" << 1 << true;
-    QTest::newRow("legacy upper-case V before KX") << "V3p1"
-                                                   << "KX3.1" << -1 << true;
-    QTest::newRow("legacy before plain number") << "v306"
-                                                << "3.06" << -1 << true;
-    QTest::newRow("legacy before name sorting earlier as text") << "v9"
-                                                                << "Dravolin 1.0" << -1 << true;
-    QTest::newRow("both legacy, by text") << "v306"
-                                          << "v310" << -1 << false;
-    QTest::newRow("both legacy, v3p6 after v306 as text") << "V3p6"
-                                                          << "v306" << 1 << false;
-    QTest::newRow("both legacy, case only") << "V306"
-                                            << "v306" << 0 << false;
-    QTest::newRow("KX, case only") << "kx3.06"
-                                   << "KX3.06" << 0 << false;
-    QTest::newRow("Dravolin, case only") << "DRAVOLIN 2.1"
-                                         << "Dravolin 2.1" << 0 << false;
-    QTest::newRow("KX3.10 before KX3.9 (text order)") << "KX3.10"
-                                                      << "KX3.9" << -1 << false;
-    QTest::newRow("KX10.0 before KX9.0 (text order)") << "KX10.0"
-                                                      << "KX9.0" << -1 << false;
-    QTest::newRow("KX4.0 after KX3.9") << "KX4.0"
-                                       << "KX3.9" << 1 << false;
-    QTest::newRow("KX3.5b2 after KX3.5a10 (text order)") << "KX3.5b2"
-                                                         << "KX3.5a10" << 1 << false;
-    QTest::newRow("Dravolin before KX by text") << "Dravolin 2.1"
-                                                << "KX3.06" << -1 << false;
-    QTest::newRow("trailing blank is not trimmed") << "KX3.06 "
-                                                   << "KX3.06" << 1 << false;
-    QTest::newRow("empty vs legacy decided by text") << ""
-                                                     << "v306" << -1 << false;
-    QTest::newRow("legacy vs empty decided by text") << "v306"
-                                                     << "" << 1 << false;
-    QTest::newRow("both empty") << ""
-                                << "" << 0 << false;
-    QTest::newRow("identical") << "KX4.02"
-                               << "KX4.02" << 0 << false;
+    testsupport::loadTable(QStringLiteral("versioncontainer-compare.txt"));
 }
 
 void TestVersionContainer::compare() {
