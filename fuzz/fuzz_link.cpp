@@ -1,10 +1,14 @@
 // Fuzzes both ends of the service protocol: the helper's reply decoder and the simulated
-// instrument's request handling on arbitrary bytes. Decoded frames re-encode to the bytes
+// instrument's request handling (bootloader commands included) and the firmware file
+// reader on arbitrary bytes. Decoded frames re-encode to the bytes
 // they came from; the instrument's memory keeps its size and it answers only with whole
 // frames, refusals or the display-mode bytes.
 
 #include "../tools/kx-sim/Instrument.h"
+#include "util/FirmwareImage.h"
 #include "util/LinkProtocol.h"
+
+#include <QBuffer>
 
 #include <cstddef>
 #include <cstdint>
@@ -41,18 +45,35 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         }
     }
 
-    static const DeviceProfile profiles[] = {
-        {QStringLiteral("KX3A"), 230400, QStringLiteral("KX3"), QStringLiteral("kx3"), 0xF000,
-         0xF100},
-        {QStringLiteral("DRV3"), 115200, QStringLiteral("Dravolin"), QStringLiteral("dravolin"),
-         0xF000, 0xF100},
-        {QStringLiteral("KX4A"), 1000000, QStringLiteral("KX4"), QStringLiteral("kx4"), 0x310000,
-         0x310400}};
-    const DeviceProfile& p = profiles[size % 3];
+    static const QList<DeviceProfile> profiles = [] {
+        const char* const lines[] = {
+            "KX3A\t230400\tKX3\tkx3\t0\t0x1E000\t1024\t64\t0x400\t0x1000\t0\t0\t0\t0\t0xF000\t0xF10"
+            "0",
+            "DRV3\t115200\tDravolin\tdravolin\t0\t0x1E000\t1024\t128\t0x400\t0x1000\t0\t0\t0\t0"
+            "\t0xF000\t0xF100",
+            "KX4A\t1000000\tKX4\tkx4\t0x300000\t0x310000\t4096\t128\t0x3F0000\t0x3F8000\t0\t0\t0\t0"
+            "\t0x310000\t0x310400"};
+        QList<DeviceProfile> out;
+        for (const char* line : lines) {
+            out << parseProfile(QString::fromLatin1(line));
+        }
+        return out;
+    }();
+    const DeviceProfile& p = profiles.at(int(size % 3));
     const int memorySize = int(p.imageAddress(p.settingsEnd) - p.imageAddress(p.settingsStart));
-    Instrument instrument(p, QByteArray(memorySize, '\0'), QStringLiteral("3.10"));
+    const int programSize = int(p.programEnd - p.programStart);
+    Instrument instrument(p, QByteArray(memorySize, '\0'), QByteArray(programSize, char(0xFF)),
+                          QStringLiteral("3.10"));
     instrument.receive(QByteArray(1, SYNC)); // into service mode
     instrument.receive(bytes);
     check(instrument.memory().size() == memorySize);
+    check(instrument.program().size() == programSize);
+
+    // The same bytes as a firmware file: read without a crash, regions keep their sizes.
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    const FirmwareImage image = readFirmware(&buffer, p);
+    check(image.program.size() == programSize && image.settings.size() == memorySize);
     return 0;
 }

@@ -35,13 +35,16 @@ QByteArray refusal(Refusal reason) {
     return QByteArray(1, NAK) + static_cast<char>(reason);
 }
 
-QByteArray wordRange(quint32 word, int count) {
-    QByteArray bytes(5, '\0');
+QByteArray wordAddress(quint32 word) {
+    QByteArray bytes(4, '\0');
     for (int k = 0; k < 4; ++k) {
         bytes[k] = static_cast<char>((word >> (24 - 8 * k)) & 0xFF);
     }
-    bytes[4] = static_cast<char>(count & 0xFF);
     return bytes;
+}
+
+QByteArray wordRange(quint32 word, int count) {
+    return wordAddress(word) + static_cast<char>(count & 0xFF);
 }
 
 quint32 wordOf(const QByteArray& payload) {
@@ -119,6 +122,11 @@ bool regionFromImage(const QString& path, const DeviceProfile& profile, quint32 
 
 bool writeRegionImage(const QString& path, quint64 from, const QByteArray& image, const QString& fw,
                       const QString& kxs, const QString& enq) {
+    return writeImage(path, {ImageBlock{from, image}}, fw, kxs, enq);
+}
+
+bool writeImage(const QString& path, const QList<ImageBlock>& blocks, const QString& fw,
+                const QString& kxs, const QString& enq) {
     using sf::parser::Inhex32Entry;
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
@@ -133,17 +141,41 @@ bool writeRegionImage(const QString& path, quint64 from, const QByteArray& image
             writer.metadata(text.first, text.second);
         }
     }
-    for (int i = 0; i < image.size(); i += 16) {
-        const quint64 address = from + quint64(i);
-        if (i == 0 || (address & 0xFFFF) < 16) {
-            writer.extendedAddress(quint16(address >> 16));
+    for (const ImageBlock& block : blocks) {
+        for (int i = 0; i < block.bytes.size(); i += 16) {
+            const quint64 address = block.from + quint64(i);
+            if (i == 0 || (address & 0xFFFF) < 16) {
+                writer.extendedAddress(quint16(address >> 16));
+            }
+            writer.line(Inhex32Entry::TypeData, quint16(address & 0xFFFF),
+                        reinterpret_cast<const quint8*>(block.bytes.constData() + i),
+                        qMin(16, int(block.bytes.size()) - i));
         }
-        writer.line(Inhex32Entry::TypeData, quint16(address & 0xFFFF),
-                    reinterpret_cast<const quint8*>(image.constData() + i),
-                    qMin(16, int(image.size()) - i));
     }
     writer.endOfFile();
     return writer.finish() && file.commit();
+}
+
+DeviceProfile parseProfile(const QString& line) {
+    const QStringList f = line.split(QLatin1Char('\t'), Qt::SkipEmptyParts);
+    DeviceProfile p;
+    bool ok[4] = {false, false, false, false};
+    p.id = f.value(0);
+    p.baud = f.value(1).toInt(&ok[0], 0);
+    p.name = f.value(2);
+    p.family = f.value(3);
+    quint64* const flash[] = {&p.programStart, &p.programEnd, &p.pageSize,
+                              &p.rowSize,      &p.bootStart,  &p.bootEnd};
+    for (int i = 0; i < 6; ++i) {
+        *flash[i] = f.value(4 + i).toULongLong(nullptr, 0); // 0 when absent: no flashing
+    }
+    p.settingsStart = f.value(14).toUInt(&ok[1], 0);
+    p.settingsEnd = f.value(15).toUInt(&ok[2], 0);
+    ok[3] = p.settingsEnd > p.settingsStart;
+    if (!(ok[0] && ok[1] && ok[2] && ok[3])) {
+        p.id.clear();
+    }
+    return p;
 }
 
 QList<DeviceProfile> readProfiles(const QString& deviceFile) {
@@ -155,17 +187,8 @@ QList<DeviceProfile> readProfiles(const QString& deviceFile) {
     QTextStream in(&file);
     QString line;
     while (in.readLineInto(&line)) {
-        const QStringList f = line.split(QLatin1Char('\t'), Qt::SkipEmptyParts);
-        DeviceProfile p;
-        bool ok[4] = {false, false, false, false};
-        p.id = f.value(0);
-        p.baud = f.value(1).toInt(&ok[0], 0);
-        p.name = f.value(2);
-        p.family = f.value(3);
-        p.settingsStart = f.value(14).toUInt(&ok[1], 0);
-        p.settingsEnd = f.value(15).toUInt(&ok[2], 0);
-        ok[3] = p.settingsEnd > p.settingsStart;
-        if (ok[0] && ok[1] && ok[2] && ok[3] && !p.id.isEmpty()) {
+        const DeviceProfile p = parseProfile(line);
+        if (!p.id.isEmpty()) {
             profiles.append(p);
         }
     }

@@ -19,9 +19,9 @@ enum Command : char {
     CmdRead = 'R',      // word address (4), word count (1); reply: the words' real bytes
     CmdWrite = 'W',     // word address (4), word count (1), the real bytes; reply: empty
     CmdReset = 'X',     // reply: empty; the instrument restarts into display mode
-    CmdErase = 'E',     // bootloader: word address (4), rows (1); reply: empty
+    CmdErase = 'E',     // bootloader: word address (4), pages (1); reply: empty
     CmdRowWrite = 'P',  // bootloader: word address (4), the row's real bytes; reply: empty
-    CmdRowVerify = 'C', // bootloader: word address (4), row length (1); reply: the row's bytes
+    CmdRowVerify = 'C', // bootloader: word address (4), word count (1); reply: the real bytes
 };
 
 enum Refusal : char { BadChecksum = 1, UnknownCommand = 2, BadAddress = 3, BadLength = 4 };
@@ -40,6 +40,7 @@ QByteArray refusal(Refusal reason);
 
 // The start of a read or write request: word address (most significant byte first) and
 // word count; and the address and count read back from such a payload (0 when short).
+QByteArray wordAddress(quint32 word);
 QByteArray wordRange(quint32 word, int count);
 quint32 wordOf(const QByteArray& payload);
 int countOf(const QByteArray& payload);
@@ -69,6 +70,12 @@ struct DeviceProfile {
     int baud = 0;              // field 1
     QString name;              // field 2
     QString family;            // field 3: "dravolin", "kx3", "kx4"
+    quint64 programStart = 0;  // field 4: program flash, image addresses [start, end)
+    quint64 programEnd = 0;    // field 5
+    quint64 pageSize = 0;      // field 6: image addresses one erase clears
+    quint64 rowSize = 0;       // field 7: image addresses one row write programs
+    quint64 bootStart = 0;     // field 8: the bootloader's own flash, never erased or written
+    quint64 bootEnd = 0;       // field 9
     quint32 settingsStart = 0; // field 14: word address
     quint32 settingsEnd = 0;   // field 15: word address (exclusive)
     // Image addresses per word (2 for the word-addressed families, 1 for kx4), and the
@@ -76,6 +83,10 @@ struct DeviceProfile {
     int addressesPerWord() const;
     int phantomPeriod() const;
     quint64 imageAddress(quint32 word) const { return quint64(word) * addressesPerWord(); }
+    quint32 wordAt(quint64 imageAddress) const {
+        return quint32(imageAddress / quint64(addressesPerWord()));
+    }
+    bool inBootloader(quint64 address) const { return address >= bootStart && address < bootEnd; }
     // The real bytes of count words from word.
     int realBytes(quint32 word, int count) const;
 };
@@ -91,6 +102,17 @@ bool writeRegionImage(const QString& path, quint64 from, const QByteArray& image
                       const QString& fw = QString(), const QString& kxs = QString(),
                       const QString& enq = QString());
 
+// Blocks of image bytes, each from its image address, written as one Intel HEX file.
+struct ImageBlock {
+    quint64 from = 0;
+    QByteArray bytes;
+};
+bool writeImage(const QString& path, const QList<ImageBlock>& blocks, const QString& fw = QString(),
+                const QString& kxs = QString(), const QString& enq = QString());
+
+// One line of the device file; a profile with an empty identifier when the line has no
+// usable baud rate and settings region.
+DeviceProfile parseProfile(const QString& line);
 QList<DeviceProfile> readProfiles(const QString& deviceFile);
 // The profile whose identifier is id; false when there is none.
 bool findProfile(const QList<DeviceProfile>& profiles, const QString& id, DeviceProfile* out);

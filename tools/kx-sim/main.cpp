@@ -6,7 +6,9 @@
 // exits.
 #include "Instrument.h"
 
-#include "sf/parser/HexParser.h"
+#include "util/FirmwareImage.h"
+
+#include <QDirIterator>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -34,8 +36,8 @@ const char* const USAGE =
     "              [--no-answer] [--noise] [--slow MS] [--drop N] [--unplug-after N]\n"
     "              [--wrong-id ID] [--flip ADDRESS] [--pace]\n"
     "Simulates an instrument on a pseudo-terminal and prints its device path first.\n"
-    "  --state FILE      keep the settings memory in FILE (a setup image), loaded at start\n"
-    "                    when it exists and rewritten after every write\n"
+    "  --state FILE      keep the memory in FILE (a setup image with the program), loaded\n"
+    "                    at start when it exists and rewritten after every write\n"
     "  --link PATH       also make a symbolic link PATH to the device\n"
     "  --device FILE     the device file (default: the first device.txt above the firmware)\n"
     "  --no-answer       answer nothing\n"
@@ -120,6 +122,52 @@ QString identifierFor(const QString& kxsVersion) {
                                                        : QStringLiteral("DRV3");
 }
 
+struct Identity {
+    QString fw, kxs, enq;
+};
+
+// The firmware the flash now holds: the firmware file of the data folder whose program
+// bytes these are. An instrument with firmware the folder does not know answers the
+// enquiry with an empty text.
+Identity identify(const QString& firmwareFolder, const DeviceProfile& profile,
+                  const QByteArray& program) {
+    FirmwareImage flashed;
+    flashed.program = program;
+    const QByteArray real = flashed.programRealBytes(profile);
+    QDirIterator it(firmwareFolder, {QStringLiteral("*.kxhex")}, QDir::Files,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const FirmwareImage candidate = readFirmware(it.next(), profile);
+        if (candidate.error.isEmpty() && candidate.programRealBytes(profile) == real) {
+            return Identity{candidate.fwVersion, candidate.kxsVersion, candidate.enqString};
+        }
+    }
+    return Identity();
+}
+
+// The state file: metadata of the running firmware, the program rows that are not erased
+// and the settings region.
+void writeState(const QString& path, const DeviceProfile& profile, const Instrument& instrument,
+                const Identity& identity) {
+    QList<ImageBlock> blocks;
+    const QByteArray& program = instrument.program();
+    for (int i = 0; i < program.size(); i += 16) {
+        const QByteArray line = program.mid(i, 16);
+        if (line.count(char(0xFF)) + line.count('\0') == line.size() &&
+            line.count(char(0xFF)) > 0) {
+            continue; // erased
+        }
+        if (!blocks.isEmpty() && blocks.last().from + quint64(blocks.last().bytes.size()) ==
+                                     profile.programStart + quint64(i)) {
+            blocks.last().bytes += line;
+        } else {
+            blocks << ImageBlock{profile.programStart + quint64(i), line};
+        }
+    }
+    blocks << ImageBlock{profile.imageAddress(profile.settingsStart), instrument.memory()};
+    writeImage(path, blocks, identity.fw, identity.kxs, identity.enq);
+}
+
 int openPty(QString* path) {
     const int fd = posix_openpt(O_RDWR | O_NOCTTY);
     const char* name = fd >= 0 && grantpt(fd) == 0 && unlockpt(fd) == 0 ? ptsname(fd) : nullptr;
@@ -152,23 +200,29 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "kx-sim: %s\n", qPrintable(text));
         return 2;
     };
-    const sf::parser::HexParser::Metadata meta = sf::parser::HexParser::readAllMetadata(o.firmware);
     const QString deviceFile = o.device.isEmpty() ? findDeviceFile(o.firmware) : o.device;
+    const QList<DeviceProfile> profiles = readProfiles(deviceFile);
+    // The firmware file names the model by its layout version; the state, when there is
+    // one, holds what the instrument was left with.
     DeviceProfile profile;
-    if (!findProfile(readProfiles(deviceFile), identifierFor(meta.kxsVersion), &profile)) {
-        return die(QStringLiteral("no profile for %1 in %2").arg(meta.kxsVersion, deviceFile));
+    FirmwareImage start = readFirmware(o.firmware, DeviceProfile());
+    if (!findProfile(profiles, identifierFor(start.kxsVersion), &profile)) {
+        return die(QStringLiteral("no profile for %1 in %2").arg(start.kxsVersion, deviceFile));
     }
-    QByteArray memory;
     const bool fromState = !o.state.isEmpty() && QFileInfo::exists(o.state);
-    if (!regionFromImage(fromState ? o.state : o.firmware, profile, profile.settingsStart,
-                         profile.settingsEnd, &memory)) {
-        return die(QStringLiteral("%1: not a firmware file").arg(fromState ? o.state : o.firmware));
+    start = readFirmware(fromState ? o.state : o.firmware, profile);
+    if (!start.error.isEmpty()) {
+        return die(QStringLiteral("%1: not a firmware file (%2)")
+                       .arg(fromState ? o.state : o.firmware, start.error));
     }
-    Instrument instrument(profile, memory, meta.enqString);
+    Identity identity{start.fwVersion, start.kxsVersion, start.enqString};
+    Instrument instrument(profile, start.settings, start.program, identity.enq);
     if (!o.wrongId.isEmpty()) {
         instrument.setIdentifier(o.wrongId);
     }
     instrument.setFlippedAddress(o.flip);
+    const QString firmwareFolder =
+        QFileInfo(deviceFile).absolutePath() + QStringLiteral("/firmware");
 
     QString path;
     const int master = openPty(&path);
@@ -207,9 +261,13 @@ int main(int argc, char** argv) {
         const QByteArray in(buffer, int(n));
         const bool service = instrument.inServiceMode();
         QByteArray out = instrument.receive(in);
-        if (instrument.memoryChanged() && !o.state.isEmpty()) {
-            writeRegionImage(o.state, profile.imageAddress(profile.settingsStart),
-                             instrument.memory(), meta.fwVersion, meta.kxsVersion, meta.enqString);
+        const bool restarted = instrument.restartedWithNewFirmware();
+        if (restarted) {
+            identity = identify(firmwareFolder, profile, instrument.program());
+            instrument.setEnq(identity.enq);
+        }
+        if ((instrument.memoryChanged() || restarted) && !o.state.isEmpty()) {
+            writeState(o.state, profile, instrument, identity);
         }
         if (o.noAnswer || out.isEmpty()) {
             continue;

@@ -10,7 +10,6 @@ namespace {
 
 constexpr int SYNC_TRIES = 10;
 constexpr int SYNC_WAIT_MS = 150;
-constexpr int REPLY_WAIT_MS = 400;
 constexpr int REQUEST_TRIES = 3;
 
 void say(const char* text) {
@@ -86,7 +85,7 @@ bool HelperLink::enter(QString* id, QString* error) {
     return true;
 }
 
-bool HelperLink::request(Command command, const QByteArray& payload, Frame* reply) {
+bool HelperLink::request(Command command, const QByteArray& payload, Frame* reply, int waitMs) {
     const QByteArray frame = encode(STX, command, payload);
     for (int attempt = 0; attempt < REQUEST_TRIES; ++attempt) {
         if (m_port.error() == QSerialPort::ResourceError || !m_port.isOpen()) {
@@ -98,8 +97,8 @@ bool HelperLink::request(Command command, const QByteArray& payload, Frame* repl
         }
         QElapsedTimer timer;
         timer.start();
-        while (timer.elapsed() < REPLY_WAIT_MS && m_port.error() != QSerialPort::ResourceError) {
-            m_decoder.feed(receive(int(REPLY_WAIT_MS - timer.elapsed())));
+        while (timer.elapsed() < waitMs && m_port.error() != QSerialPort::ResourceError) {
+            m_decoder.feed(receive(int(waitMs - timer.elapsed())));
             const FrameDecoder::Result result = m_decoder.next(reply);
             if (result == FrameDecoder::NeedMore) {
                 continue;

@@ -16,7 +16,8 @@ public:
     bool enter(QString* id, QString* error);
     // Sends the request and waits for its reply; a refusal, a damaged or missing reply
     // is retried up to three times.
-    bool request(util::link::Command command, const QByteArray& payload, util::link::Frame* reply);
+    bool request(util::link::Command command, const QByteArray& payload, util::link::Frame* reply,
+                 int waitMs = 400);
 
 private:
     bool send(const QByteArray& bytes);

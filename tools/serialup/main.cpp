@@ -1,10 +1,10 @@
 // serialup.exe: our serial uploader helper. It reads and writes an instrument's settings
-// memory over the service-mode protocol of docs/device-protocol.md, resets it, and
-// reports in the texts the application's helper driver looks for. Exit status 0 on
-// success, 1 for a usage error, 2 for any other failure.
+// memory and flashes its firmware over the service-mode protocol of
+// docs/device-protocol.md, resets it, and reports in the texts the application's drivers
+// look for. Exit status 0 on success, 1 for a usage error, 2 for any other failure.
 #include "HelperLink.h"
+#include "Transfers.h"
 
-#include "sf/parser/PhantomBytes.h"
 #include "util/LinkProtocol.h"
 
 #include <QCoreApplication>
@@ -25,17 +25,13 @@ struct Options {
     QString readFile;
     QString writeFile;
     QString verifyFile;
+    QString firmwareFile;
     quint32 first = 0;
     quint32 last = 0;
     bool search = false;
     bool reset = false;
     bool listPorts = false;
 };
-
-void say(const QString& text) {
-    std::fputs(text.toUtf8().constData(), stdout);
-    std::fflush(stdout);
-}
 
 // A failure text goes out in one write with a progress line: the driver classifies a
 // chunk only when it holds a message it waits for, so an error text alone would go
@@ -64,6 +60,8 @@ QString parse(const QStringList& args, Options* o) {
             o->logFile = args.at(++i);
         } else if (a == QLatin1String("-v") && take(1)) {
             o->verifyFile = args.at(++i);
+        } else if (a == QLatin1String("-wv") && take(1)) {
+            o->firmwareFile = args.at(++i);
         } else if ((a == QLatin1String("-l") || a == QLatin1String("-W")) && take(3)) {
             if (!number(args.at(i + 1), &o->first) || !number(args.at(i + 2), &o->last)) {
                 return QStringLiteral("Incorrect usage: bad word address after ") + a;
@@ -85,47 +83,6 @@ QString parse(const QStringList& args, Options* o) {
     return QString();
 }
 
-// The instrument's image bytes of words [first, last): real bytes read, phantoms 0.
-bool readWords(HelperLink& link, const DeviceProfile& p, quint32 first, quint32 last,
-               QByteArray* image) {
-    const sf::parser::PhantomBytes phantoms(p.phantomPeriod());
-    const quint32 total = last - first;
-    for (quint32 word = first; word < last; word += MAX_WORDS) {
-        const int count = static_cast<int>(qMin<quint32>(MAX_WORDS, last - word));
-        Frame reply;
-        if (!link.request(CmdRead, wordRange(word, count), &reply) ||
-            reply.payload.size() != p.realBytes(word, count)) {
-            return false;
-        }
-        const int span = int(p.imageAddress(word + count) - p.imageAddress(word));
-        QByteArray part =
-            phantoms.insert(reply.payload, p.imageAddress(word), quint64(reply.payload.size()));
-        part.append(QByteArray(span - int(part.size()), '\0')); // a phantom byte last
-        *image += part;
-        say(QStringLiteral("Progress %1%\n").arg(100 * (word + count - first) / total));
-    }
-    return true;
-}
-
-bool writeWords(HelperLink& link, const DeviceProfile& p, quint32 first, quint32 last,
-                const QByteArray& image) {
-    const sf::parser::PhantomBytes phantoms(p.phantomPeriod());
-    const quint32 total = last - first;
-    for (quint32 word = first; word < last; word += MAX_WORDS) {
-        const int count = static_cast<int>(qMin<quint32>(MAX_WORDS, last - word));
-        const quint64 offset = p.imageAddress(word) - p.imageAddress(first);
-        const quint64 span = p.imageAddress(word + count) - p.imageAddress(word);
-        const QByteArray real =
-            phantoms.remove(image.mid(int(offset), int(span)), p.imageAddress(word), span);
-        Frame reply;
-        if (!link.request(CmdWrite, wordRange(word, count) + real, &reply)) {
-            return false;
-        }
-        say(QStringLiteral("Progress %1%\n").arg(100 * (word + count - first) / total));
-    }
-    return true;
-}
-
 int run(const Options& o) {
     if (o.listPorts) {
         for (const QSerialPortInfo& port : QSerialPortInfo::availablePorts()) {
@@ -145,6 +102,15 @@ int run(const Options& o) {
         return fail(QStringLiteral("Could not find device profile matching specified version ") +
                     o.version);
     }
+    // A firmware file is read and checked before the instrument is disturbed.
+    util::link::FirmwareImage firmware;
+    if (!o.firmwareFile.isEmpty()) {
+        firmware = util::link::readFirmware(o.firmwareFile, profile);
+        const QString problem = checkFirmware(profile, firmware);
+        if (!problem.isEmpty()) {
+            return fail(problem);
+        }
+    }
     HelperLink link;
     QString error;
     if (!link.open(o.port, o.logFile, o.search ? 9600 : profile.baud, &error)) {
@@ -163,6 +129,12 @@ int run(const Options& o) {
         return fail(
             QStringLiteral("Device reported %1 but could not load profile for this version %2")
                 .arg(id, o.version));
+    }
+    if (!o.firmwareFile.isEmpty()) {
+        const QString failure = flashFirmware(link, profile, firmware);
+        if (!failure.isEmpty()) {
+            return fail(failure);
+        }
     }
     if (!o.readFile.isEmpty()) {
         QByteArray image;
@@ -196,7 +168,7 @@ int run(const Options& o) {
             return fail(QStringLiteral("Verification failure!"));
         }
     }
-    if (o.reset) {
+    if (o.reset || !o.firmwareFile.isEmpty()) { // new firmware starts with a reset
         Frame reply;
         if (!link.request(CmdReset, QByteArray(), &reply)) {
             return fail(QStringLiteral("Write command send failed"));
