@@ -60,15 +60,22 @@ bool SetupFile::open(const QString& path, const QString& layoutPath, QString* er
     if (!found) {
         return false;
     }
-    // The manager chooses the processor kind from the layout version; the versions the
-    // image records are not checked.
-    const int result = m_manager->loadRawSettings(m_version, path, true);
+    const int result = open(path, m_version);
     if (result < 0) {
         *error = loadErrorText(result, m_version);
         return false;
     }
-    m_problems = result;
     return true;
+}
+
+int SetupFile::open(const QString& path, const util::VersionContainer& version) {
+    m_path = path;
+    m_version = version;
+    // The manager chooses the processor kind from the layout version; the versions the
+    // image records are not checked.
+    const int result = m_manager->loadRawSettings(m_version, path, true);
+    m_problems = qMax(0, result);
+    return result;
 }
 
 bool SetupFile::versionFromCatalogue(const QString& fwVersion, QString* error) {
@@ -169,7 +176,7 @@ bool SetupFile::resolve(const QString& name, SettingRef* ref, QString* error) co
     return true;
 }
 
-bool SetupFile::saveTo(const QString& target, QString* error) {
+bool SetupFile::saveTo(const QString& target, QString* error, bool reformat, bool onlyEnabled) {
     const QFileInfo info(target);
     QTemporaryFile temp(info.absolutePath() + QStringLiteral("/.") + info.fileName() +
                         QStringLiteral(".XXXXXX"));
@@ -191,8 +198,8 @@ bool SetupFile::saveTo(const QString& target, QString* error) {
     if (!copied) {
         return fail(QStringLiteral("cannot write a temporary file in %1").arg(info.absolutePath()));
     }
-    // As the application saves: whole range, reformatted, records replaced.
-    if (!m_manager->writeAppendRawSettings(tempPath, true, false, true, 0, 0xFFFFFFFF)) {
+    // The whole address range, records replaced.
+    if (!m_manager->writeAppendRawSettings(tempPath, reformat, onlyEnabled, true, 0, 0xFFFFFFFF)) {
         return fail(QStringLiteral("cannot write the settings"));
     }
     QFile written(tempPath);

@@ -37,6 +37,9 @@ public:
     // own metadata names the versions. False with *error set when the version cannot be
     // found or the file cannot be loaded; problems with single settings do not fail.
     bool open(const QString& path, const QString& layoutPath, QString* error);
+    // Opens the file at path with a version already chosen (the application's catalogue):
+    // the manager's load result, a LoadError below 0 or the number of problems met.
+    int open(const QString& path, const util::VersionContainer& version);
 
     sf::SettingManager& manager() { return *m_manager; }
     const sf::SettingManager& manager() const { return *m_manager; }
@@ -56,7 +59,9 @@ public:
     // image is written to a temporary file next to target, which then replaces target in
     // one step: target is either the old or the new file. The file itself is the
     // starting image, so target may be a new file.
-    bool saveTo(const QString& target, QString* error);
+    // reformat and onlyEnabled are the manager's (writeAppendRawSettings).
+    bool saveTo(const QString& target, QString* error, bool reformat = true,
+                bool onlyEnabled = false);
 
 private:
     bool versionFromCatalogue(const QString& fwVersion, QString* error);
