@@ -1,0 +1,198 @@
+#include "sf/ui/SettingsTableView.h"
+
+#include "sf/SettingManager.h"
+#include "sf/SettingsTableModel.h"
+#include "sf/del/MultiDelegate.h"
+
+#include <QLinearGradient>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionButton>
+
+namespace sf::ui {
+
+namespace {
+
+constexpr int CHECK_MARGIN = 4;
+
+} // namespace
+
+SettingsTableView::SettingsTableView(QWidget* parent) : QTableView(parent) {
+    setVerticalHeader(new PlainHeader(this));
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                    QAbstractItemView::AnyKeyPressed);
+    setWordWrap(false);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    horizontalHeader()->setMinimumSectionSize(140);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(28);
+    connect(static_cast<PlainHeader*>(verticalHeader()), &PlainHeader::rowToggled, this,
+            [this](int row) {
+                if (m_model && m_model->rowNeedsCheckBox(row)) {
+                    m_model->toggleRowEnabled(row);
+                    loadEditors();
+                }
+            });
+}
+
+void SettingsTableView::setModel(QAbstractItemModel* model) {
+    QTableView::setModel(model);
+    m_model = qobject_cast<SettingsTableModel*>(model);
+    if (!m_model) {
+        return;
+    }
+    m_delegate = new del::MultiDelegate(m_model->manager(), this);
+    m_delegate->installDefaults();
+    setItemDelegate(m_delegate);
+    connect(m_model, &SettingsTableModel::sizeChanged, this, &SettingsTableView::recomputeSize);
+    connect(m_model, &SettingsTableModel::updateEditorData, this,
+            &SettingsTableView::updateEditorData);
+    connect(m_model, &SettingsTableModel::reloadAllEditors, this, &SettingsTableView::loadEditors);
+    connect(m_model, &SettingsTableModel::updateAllVisible, this,
+            &SettingsTableView::updateAllVisible);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &SettingsTableView::loadEditors);
+    loadEditors();
+    recomputeSize();
+}
+
+void SettingsTableView::loadEditors() {
+    if (!m_model) {
+        return;
+    }
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        for (int column = 0; column < m_model->columnCount(); ++column) {
+            const QModelIndex index = m_model->index(row, column);
+            const del::SettingDelegate* d = m_delegate->delegateFor(index);
+            const bool wanted =
+                d && d->isPersistent(index) && (m_model->flags(index) & Qt::ItemIsEditable);
+            if (isPersistentEditorOpen(index)) {
+                closePersistentEditor(index);
+            }
+            if (wanted) {
+                openPersistentEditor(index);
+            }
+        }
+    }
+}
+
+void SettingsTableView::updateEditorData() {
+    if (!m_model) {
+        return;
+    }
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        for (int column = 0; column < m_model->columnCount(); ++column) {
+            const QModelIndex index = m_model->index(row, column);
+            if (QWidget* editor = indexWidget(index)) {
+                m_delegate->setEditorData(editor, index);
+            }
+        }
+    }
+    viewport()->update();
+}
+
+void SettingsTableView::updateAllVisible() {
+    viewport()->update();
+    verticalHeader()->viewport()->update();
+}
+
+void SettingsTableView::recomputeSize() {
+    if (!m_model) {
+        return;
+    }
+    int height = horizontalHeader()->isVisible() ? horizontalHeader()->sizeHint().height() : 0;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        height += rowHeight(row);
+    }
+    setFixedHeight(height + 2 * frameWidth());
+}
+
+void SettingsTableView::invokeMenu(const QModelIndex& index, const QPoint& globalPosition) {
+    if (QMenu* menu = m_delegate ? m_delegate->menuFor(index) : nullptr) {
+        setCurrentIndex(index);
+        menu->exec(globalPosition);
+    }
+}
+
+void SettingsTableView::installContextMenu(QMenu* menu, SettingType type) {
+    if (!m_delegate) {
+        return;
+    }
+    m_delegate->setMenu(type, menu);
+    for (QAction* action : menu->actions()) {
+        connect(action, &QAction::triggered, this, [this] { emit edit(currentIndex()); });
+    }
+}
+
+void SettingsTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    if (m_model && current.isValid()) {
+        emit settingTip(m_model->manager()->getSettingData(current, RoleStatus).toString());
+    }
+}
+
+// ---- Row header ---------------------------------------------------------------------------
+
+PlainHeader::PlainHeader(QWidget* parent) : QHeaderView(Qt::Vertical, parent) {
+    setSectionsClickable(true);
+    setHighlightSections(false);
+}
+
+QSize PlainHeader::sectionSizeFromContents(int logicalIndex) const {
+    QSize size = QHeaderView::sectionSizeFromContents(logicalIndex);
+    size.rwidth() += style()->pixelMetric(QStyle::PM_IndicatorWidth) + 3 * CHECK_MARGIN;
+    return size;
+}
+
+void PlainHeader::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {
+    const auto* table = qobject_cast<const SettingsTableModel*>(model());
+    if (!table) {
+        QHeaderView::paintSection(painter, rect, logicalIndex);
+        return;
+    }
+    painter->save();
+    // A light face with a darker edge at the bottom, in the row's own colour.
+    const QColor face =
+        table->headerData(logicalIndex, Qt::Vertical, Qt::BackgroundRole).value<QColor>();
+    QLinearGradient gradient(rect.topLeft(), rect.bottomLeft());
+    gradient.setColorAt(0.0, face.lighter(104));
+    gradient.setColorAt(1.0, face.darker(108));
+    painter->fillRect(rect, gradient);
+    painter->setPen(SettingsTableModel::COLOUR_HEADER_GRADIENT_MID.lighter(150));
+    painter->drawLine(rect.bottomLeft(), rect.bottomRight());
+    painter->drawLine(rect.topRight(), rect.bottomRight());
+
+    QRect textRect = rect.adjusted(CHECK_MARGIN, 0, -CHECK_MARGIN, 0);
+    if (table->rowNeedsCheckBox(logicalIndex)) {
+        QStyleOptionButton box;
+        const int side = style()->pixelMetric(QStyle::PM_IndicatorWidth);
+        box.rect = QRect(rect.left() + CHECK_MARGIN, rect.center().y() - side / 2, side, side);
+        box.state =
+            QStyle::State_Enabled |
+            (table->manager()->isEnabled(table->index(logicalIndex, 0)) ? QStyle::State_On
+                                                                        : QStyle::State_Off);
+        style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, painter, this);
+        textRect.setLeft(box.rect.right() + CHECK_MARGIN);
+    }
+    const QVariant foreground = table->headerData(logicalIndex, Qt::Vertical, Qt::ForegroundRole);
+    painter->setPen(foreground.isValid() ? foreground.value<QColor>()
+                                         : palette().color(QPalette::WindowText));
+    painter->setFont(table->headerData(logicalIndex, Qt::Vertical, Qt::FontRole).value<QFont>());
+    painter->drawText(textRect, Qt::AlignRight | Qt::AlignVCenter,
+                      table->headerData(logicalIndex, Qt::Vertical).toString());
+    painter->restore();
+}
+
+void PlainHeader::mousePressEvent(QMouseEvent* event) {
+    const int row = logicalIndexAt(event->pos());
+    if (row >= 0 && event->button() == Qt::LeftButton) {
+        emit rowToggled(row);
+        viewport()->update();
+    }
+    QHeaderView::mousePressEvent(event);
+}
+
+} // namespace sf::ui

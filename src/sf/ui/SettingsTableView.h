@@ -1,0 +1,76 @@
+#pragma once
+
+// A category's settings as a table with its editors open in the cells: the view of a
+// SettingsTableModel, sized to show all its rows, with the row header of enable boxes.
+
+#include "sf/SettingTypes.h"
+
+#include <QHeaderView>
+#include <QTableView>
+
+class QMenu;
+
+namespace sf {
+class SettingsTableModel;
+}
+
+namespace sf::del {
+class MultiDelegate;
+}
+
+namespace sf::ui {
+
+class SettingsTableView : public QTableView {
+    Q_OBJECT
+public:
+    explicit SettingsTableView(QWidget* parent = nullptr);
+
+    // Shows the model with a MultiDelegate of every kind and the row header.
+    void setModel(QAbstractItemModel* model) override;
+    SettingsTableModel* settingsModel() const { return m_model; }
+    del::MultiDelegate* multiDelegate() const { return m_delegate; }
+
+    // Runs the context menu registered for the kind of the cell's setting.
+    void invokeMenu(const QModelIndex& index, const QPoint& globalPosition);
+    void installContextMenu(QMenu* menu, SettingType type);
+
+public slots:
+    // Opens an editor in every cell whose delegate keeps one open.
+    void loadEditors();
+    // Fills every open editor again from the model.
+    void updateEditorData();
+    void updateAllVisible();
+    // Fits the table's height to its rows, so that a page of tables scrolls as one.
+    void recomputeSize();
+
+signals:
+    // The status-line text (data role 12) of the selected cell.
+    void settingTip(const QString& text);
+    // Asks to edit the cell of a context menu's action.
+    void edit(const QModelIndex& index);
+
+protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+
+private:
+    SettingsTableModel* m_model = nullptr;
+    del::MultiDelegate* m_delegate = nullptr;
+};
+
+// The row header: the settings' names, and an enable box on every row that may be
+// switched on and off; a click on such a row header toggles the row.
+class PlainHeader : public QHeaderView {
+    Q_OBJECT
+public:
+    explicit PlainHeader(QWidget* parent = nullptr);
+
+signals:
+    void rowToggled(int row);
+
+protected:
+    void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
+    void mousePressEvent(QMouseEvent* event) override;
+    QSize sectionSizeFromContents(int logicalIndex) const override;
+};
+
+} // namespace sf::ui
