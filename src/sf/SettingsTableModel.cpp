@@ -15,6 +15,7 @@ const QColor SettingsTableModel::COLOUR_HEADER_DISABLED_TEXT = QColor(Qt::white)
 const QColor SettingsTableModel::COLOUR_DISABLED_PRESET = QColor(Qt::darkGray);
 const QColor SettingsTableModel::COLOUR_HEADER_GRADIENT_EDGE = QColor(60, 60, 60);
 const QColor SettingsTableModel::COLOUR_HEADER_GRADIENT_MID = QColor(110, 110, 110);
+const QColor SettingsTableModel::COLOUR_CHANGED = QColor(20, 80, 200);
 
 namespace {
 
@@ -31,6 +32,7 @@ SettingsTableModel::SettingsTableModel(SettingManager* manager, QObject* parent)
     m_headerFont.setPointSize(11);
     m_headerFont.setItalic(false);
     m_titleFont.setBold(true);
+    m_changedFont.setBold(true);
     connect(manager, &SettingManager::settingAboutToBeExpanded, this,
             &SettingsTableModel::settingAboutToBeExpanded);
     connect(manager, &SettingManager::settingExpanded, this, &SettingsTableModel::settingExpanded);
@@ -66,7 +68,7 @@ QVariant SettingsTableModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
         return m_manager->getSettingData(index, RoleEdit);
     case Qt::FontRole:
-        return m_font;
+        return differsFromDefault(index) ? m_changedFont : m_font;
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter));
     case Qt::BackgroundRole:
@@ -77,7 +79,7 @@ QVariant SettingsTableModel::data(const QModelIndex& index, int role) const {
         if (has(flags, Flag::FlagPresent) && flags < Flag::FlagPresetEnabled) {
             return COLOUR_DISABLED_PRESET;
         }
-        return QVariant();
+        return differsFromDefault(index) ? QVariant(COLOUR_CHANGED) : QVariant();
     default:
         return QVariant();
     }
@@ -107,17 +109,20 @@ bool SettingsTableModel::setData(const QModelIndex& index, const QVariant& value
 
 QString SettingsTableModel::columnTitle(int column) const {
     const QList<Category*> categories = m_manager->mappedCategories(this);
-    if (categories.isEmpty()) {
-        return QString();
+    if (categories.isEmpty() || column >= categories.first()->numberOfPresets()) {
+        return QString(); // a column this category has no preset for
     }
     const Category* category = categories.first();
     if (category->numberOfPresets() <= 1 || category->getPresetName().isEmpty()) {
-        return category->getName();
+        return column == 0 ? category->getName() : QString();
     }
-    // The preset's mark is the last character of its settings' code names (A, B or 1, 2, 3).
+    // The preset's mark ends its settings' code names: A, B or 1, 2, 3.
     for (const Setting* setting : category->getSettings()) {
-        if (setting->getPreset() == column && !setting->getCodeName().isEmpty()) {
-            return category->getPresetName() + QLatin1Char(' ') + setting->getCodeName().right(1);
+        const QString& code = setting->getCodeName();
+        const QChar mark = code.isEmpty() ? QChar() : code.back();
+        if (setting->getPreset() == column &&
+            (mark == QLatin1Char('A') || mark == QLatin1Char('B') || mark.isDigit())) {
+            return category->getPresetName() + QLatin1Char(' ') + mark;
         }
     }
     return category->getPresetName() + QLatin1Char(' ') + QString::number(column + 1);
@@ -159,6 +164,17 @@ QVariant SettingsTableModel::headerData(int section, Qt::Orientation orientation
     }
 }
 
+void SettingsTableModel::setDefaults(const SettingManager* defaults) {
+    m_defaults = defaults;
+    refreshAll();
+}
+
+bool SettingsTableModel::differsFromDefault(const QModelIndex& index) const {
+    const Setting* setting = m_defaults ? m_manager->getSetting(index) : nullptr;
+    const Setting* standard = setting ? m_defaults->getSetting(setting->getCodeName()) : nullptr;
+    return standard && standard->getBytes() != setting->getBytes();
+}
+
 bool SettingsTableModel::rowNeedsCheckBox(int row) const {
     const int flags = m_manager->getIndexFlags(index(row, 0));
     return !(flags & Flag::FlagSubIndex) && !(flags & Flag::FlagEnabledByDefault);
@@ -174,7 +190,7 @@ void SettingsTableModel::toggleRowEnabled(int row) {
 }
 
 void SettingsTableModel::setFontSize(int points) {
-    for (QFont* font : {&m_font, &m_headerFont, &m_titleFont}) {
+    for (QFont* font : {&m_font, &m_headerFont, &m_titleFont, &m_changedFont}) {
         font->setPointSize(points);
     }
     refreshAll();
@@ -187,6 +203,7 @@ void SettingsTableModel::refreshAll() {
         emit headerDataChanged(Qt::Vertical, 0, rowCount() - 1);
     }
     emit headerDataChanged(Qt::Horizontal, 0, qMax(0, columnCount() - 1));
+    emit updateEditorData();
     emit updateAllVisible();
 }
 

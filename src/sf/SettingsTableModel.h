@@ -24,12 +24,18 @@ public:
     static const QColor COLOUR_DISABLED_PRESET;
     static const QColor COLOUR_HEADER_GRADIENT_EDGE;
     static const QColor COLOUR_HEADER_GRADIENT_MID;
+    static const QColor COLOUR_CHANGED; // a value that differs from the default
 
     // The manager is not owned; categories are shown once mapped onto this model
     // (SettingManager::mapCategory).
     explicit SettingsTableModel(SettingManager* manager, QObject* parent = nullptr);
 
     SettingManager* manager() const { return m_manager; }
+    // The version's default settings, to mark the cells that differ (bold, in blue); null
+    // for no marks. Not owned.
+    void setDefaults(const SettingManager* defaults);
+    // Whether the cell's setting holds other bytes than the same setting of the defaults.
+    bool differsFromDefault(const QModelIndex& index) const;
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -67,6 +73,8 @@ private:
     QString columnTitle(int column) const;
 
     SettingManager* m_manager;
+    const SettingManager* m_defaults = nullptr;
+    QFont m_changedFont;
     QFont m_font;
     QFont m_headerFont;         // row headers of a foldable setting's bits: 11 points, upright
     QFont m_titleFont;          // the horizontal header

@@ -55,7 +55,7 @@ bool SetupFile::open(const QString& path, const QString& layoutPath, QString* er
     const parser::HexParser::Metadata meta = parser::HexParser::readAllMetadata(path);
     const bool found =
         layoutPath.isEmpty()
-            ? versionFromCatalogue(meta.fwVersion, error)
+            ? catalogueVersion(meta.fwVersion, &m_version, error)
             : versionFromLayout(layoutPath, meta.fwVersion, meta.kxsVersion, meta.enqString, error);
     if (!found) {
         return false;
@@ -78,7 +78,12 @@ int SetupFile::open(const QString& path, const util::VersionContainer& version) 
     return result;
 }
 
-bool SetupFile::versionFromCatalogue(const QString& fwVersion, QString* error) {
+QString SetupFile::recordedFirmware(const QString& path) {
+    return parser::HexParser::readAllMetadata(path).fwVersion;
+}
+
+bool SetupFile::catalogueVersion(const QString& fwVersion, util::VersionContainer* version,
+                                 QString* error) {
     if (fwVersion.isEmpty()) {
         *error =
             QStringLiteral("the file names no firmware version; give its layout with --layout");
@@ -93,7 +98,7 @@ bool SetupFile::versionFromCatalogue(const QString& fwVersion, QString* error) {
     catalogue.enumerate(ui::PATH_FW, ui::PATH_KXS, parser);
     for (const util::VersionContainer& v : catalogue.versions()) {
         if (v.fwVersion == fwVersion) {
-            m_version = v;
+            *version = v;
             return true;
         }
     }

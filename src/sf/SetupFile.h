@@ -59,12 +59,18 @@ public:
     // image is written to a temporary file next to target, which then replaces target in
     // one step: target is either the old or the new file. The file itself is the
     // starting image, so target may be a new file.
+    // The catalogue's version (./data/firmware, layouts in ./data/kxs) of a firmware
+    // version; false with *error saying why when it has none.
+    static bool catalogueVersion(const QString& fwVersion, util::VersionContainer* version,
+                                 QString* error);
+    // The firmware version a setup file records (empty when it records none).
+    static QString recordedFirmware(const QString& path);
+
     // reformat and onlyEnabled are the manager's (writeAppendRawSettings).
     bool saveTo(const QString& target, QString* error, bool reformat = true,
                 bool onlyEnabled = false);
 
 private:
-    bool versionFromCatalogue(const QString& fwVersion, QString* error);
     bool versionFromLayout(const QString& layoutPath, const QString& fw, const QString& kxs,
                            const QString& enq, QString* error);
 

@@ -2,6 +2,7 @@
 
 #include "sf/ActionTracker.h"
 #include "sf/Category.h"
+#include "sf/Setting.h"
 #include "sf/SettingManager.h"
 #include "sf/SettingsTableModel.h"
 #include "sf/SetupFile.h"
@@ -34,8 +35,15 @@ bool KXFileModel::open(const QString& path, const util::VersionContainer& versio
         }
         emit settingsLoadError(result);
     }
+    if (!version.mapFilePath.isEmpty()) {
+        m_defaults = std::make_unique<sf::SetupFile>();
+        if (m_defaults->open(version.mapFilePath, version) < 0) {
+            m_defaults.reset();
+        }
+    }
     while (sf::Category* category = manager()->getFirstUnmappedCategory()) {
         auto table = std::make_unique<sf::SettingsTableModel>(manager());
+        table->setDefaults(defaults());
         manager()->mapCategory(table.get(), category);
         m_titles << manager()->getCategoryTitle(category);
         m_tables.push_back(std::move(table));
@@ -94,6 +102,27 @@ void KXFileModel::undoAction() {
 void KXFileModel::redoAction() {
     const sf::ActionTracker* head = manager()->redoAction();
     jumpTo(head ? head->getSetting() : nullptr);
+}
+
+const sf::SettingManager* KXFileModel::defaults() const {
+    return m_defaults ? &m_defaults->manager() : nullptr;
+}
+
+bool KXFileModel::resetToDefault(const QModelIndex& index) {
+    sf::Setting* setting = manager()->getSetting(index);
+    const sf::Setting* standard =
+        setting && defaults() ? defaults()->getSetting(setting->getCodeName()) : nullptr;
+    if (!standard || standard->getBytes() == setting->getBytes()) {
+        return false;
+    }
+    const QByteArray bytes = standard->getBytes();
+    auto tracker = manager()->prepTracker(setting);
+    setting->writeRawData(bytes.constData());
+    manager()->completeTracker(std::move(tracker), setting);
+    for (const auto& table : m_tables) {
+        table->refreshAll();
+    }
+    return true;
 }
 
 QString KXFileModel::getFWVersion() const {

@@ -39,6 +39,10 @@ public:
     // The title of each table (the category's), in the order of tables().
     const QStringList& tableTitles() const { return m_titles; }
     bool showProtected() const { return m_showProtected; }
+    // The version's default settings (its firmware file), when they could be read.
+    const sf::SettingManager* defaults() const;
+    // Puts the default bytes back into the cell's setting, as one step undo takes back.
+    bool resetToDefault(const QModelIndex& index);
 
     bool getUndoEnabled() const override;
     bool getRedoEnabled() const override;
@@ -60,6 +64,7 @@ private:
     void jumpTo(const sf::Setting* changed);
 
     std::unique_ptr<sf::SetupFile> m_file;
+    std::unique_ptr<sf::SetupFile> m_defaults;
     std::vector<std::unique_ptr<sf::SettingsTableModel>> m_tables;
     QStringList m_titles;
     bool m_showProtected = false;

@@ -103,9 +103,9 @@ void SettingsTableView::recomputeSize() {
     if (!m_model) {
         return;
     }
-    int height = horizontalHeader()->isVisible() ? horizontalHeader()->sizeHint().height() : 0;
+    int height = horizontalHeader()->isHidden() ? 0 : horizontalHeader()->sizeHint().height();
     for (int row = 0; row < m_model->rowCount(); ++row) {
-        height += rowHeight(row);
+        height += isRowHidden(row) ? 0 : rowHeight(row);
     }
     setFixedHeight(height + 2 * frameWidth());
 }

@@ -1,0 +1,65 @@
+#pragma once
+
+// What a tab shows for one open setup file: every category as a titled table, a list of
+// the categories to jump to, a search that keeps the rows whose name, help identifier
+// or help text holds the words typed, and beside the tables the selected setting's
+// status line and help text.
+
+#include <QModelIndex>
+#include <QWidget>
+
+#include <vector>
+
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QScrollArea;
+class QTextBrowser;
+
+namespace sf::ui {
+class SettingsTableView;
+}
+
+namespace ui {
+
+class KXFileModel;
+
+class KXFileView : public QWidget {
+    Q_OBJECT
+public:
+    explicit KXFileView(KXFileModel* file, QWidget* parent = nullptr);
+
+    KXFileModel* file() const { return m_file; }
+    const std::vector<sf::ui::SettingsTableView*>& tables() const { return m_tables; }
+    // The number of rows the search leaves shown, over all tables.
+    int shownRows() const;
+    QString statusText() const;
+    QString helpText() const;
+
+public slots:
+    // Keeps the rows that hold every word of text (case-insensitive); empty shows all.
+    void search(const QString& text);
+    // Types the text into the search box (which searches).
+    void setSearchText(const QString& text);
+    // Scrolls the cell into view and selects it.
+    void jumpTo(const QModelIndex& index);
+    // Resets the selected setting to its default value.
+    void resetSelectedToDefault();
+
+private:
+    void showCategory(int row);
+    void selectionMoved(const QModelIndex& index);
+    bool rowMatches(const QModelIndex& first, const QStringList& words) const;
+
+    KXFileModel* m_file;
+    QLineEdit* m_search;
+    QListWidget* m_categories;
+    QScrollArea* m_scroll;
+    QLabel* m_status;
+    QTextBrowser* m_help;
+    std::vector<sf::ui::SettingsTableView*> m_tables;
+    std::vector<QWidget*> m_sections; // a title and its table
+    QModelIndex m_selected;
+};
+
+} // namespace ui

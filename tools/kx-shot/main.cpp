@@ -1,0 +1,99 @@
+// kx-shot: renders what a tab of the application shows for a setup file into a PNG
+// image, without a display (QT_QPA_PLATFORM=offscreen). Used for the screenshots of the
+// documentation and to look at the tables while building them.
+//
+//   kx-shot -C DIR FILE -o IMAGE.png [--size WxH] [--search TEXT] [--select NAME]
+//           [--unfold NAME] [--protected]
+#include "sf/SettingManager.h"
+#include "sf/SettingsTableModel.h"
+#include "sf/SetupFile.h"
+#include "ui/KXFileModel.h"
+#include "ui/KXFileView.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QPixmap>
+
+#include <cstdio>
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM",
+            qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
+    QApplication app(argc, argv);
+    QStringList args = app.arguments().mid(1);
+    QString dir, file, output, search, select, unfold;
+    QSize size(1280, 800);
+    bool showProtected = false;
+    for (int i = 0; i < args.size(); ++i) {
+        const QString& a = args.at(i);
+        const bool more = i + 1 < args.size();
+        if (a == QLatin1String("-C") && more) {
+            dir = args.at(++i);
+        } else if (a == QLatin1String("-o") && more) {
+            output = args.at(++i);
+        } else if (a == QLatin1String("--search") && more) {
+            search = args.at(++i);
+        } else if (a == QLatin1String("--select") && more) {
+            select = args.at(++i);
+        } else if (a == QLatin1String("--unfold") && more) {
+            unfold = args.at(++i);
+        } else if (a == QLatin1String("--size") && more) {
+            const QStringList wh = args.at(++i).split(QLatin1Char('x'));
+            size = QSize(wh.value(0).toInt(), wh.value(1).toInt());
+        } else if (a == QLatin1String("--protected")) {
+            showProtected = true;
+        } else if (file.isEmpty() && !a.startsWith(QLatin1Char('-'))) {
+            file = a;
+        } else {
+            std::fprintf(stderr, "usage: kx-shot -C DIR FILE -o IMAGE.png [--size WxH] "
+                                 "[--search TEXT] [--select NAME] [--unfold NAME] [--protected]\n");
+            return 1;
+        }
+    }
+    if (file.isEmpty() || output.isEmpty()) {
+        std::fprintf(stderr, "kx-shot: a file and -o IMAGE.png are needed\n");
+        return 1;
+    }
+    file = QFileInfo(file).absoluteFilePath();
+    output = QFileInfo(output).absoluteFilePath();
+    if (!dir.isEmpty() && !QDir::setCurrent(dir)) {
+        std::fprintf(stderr, "kx-shot: %s: no such folder\n", qPrintable(dir));
+        return 2;
+    }
+    util::VersionContainer version;
+    QString error;
+    if (!sf::SetupFile::catalogueVersion(sf::SetupFile::recordedFirmware(file), &version, &error)) {
+        std::fprintf(stderr, "kx-shot: %s: %s\n", qPrintable(file), qPrintable(error));
+        return 2;
+    }
+    ui::KXFileModel model;
+    if (!model.open(file, version)) {
+        std::fprintf(stderr, "kx-shot: %s: cannot be opened\n", qPrintable(file));
+        return 2;
+    }
+    model.setShowProtected(showProtected);
+    ui::KXFileView view(&model);
+    view.resize(size);
+    if (!unfold.isEmpty()) {
+        model.manager()->expandSetting(unfold);
+    }
+    view.show();
+    if (!search.isEmpty()) {
+        view.setSearchText(search);
+    }
+    if (!select.isEmpty()) {
+        for (const auto& table : model.tables()) {
+            const QModelIndex index = model.manager()->modelIndex(table.get(), select);
+            if (index.isValid()) {
+                view.jumpTo(index);
+            }
+        }
+    }
+    QApplication::processEvents();
+    if (!view.grab().save(output)) {
+        std::fprintf(stderr, "kx-shot: cannot write %s\n", qPrintable(output));
+        return 2;
+    }
+    return 0;
+}
