@@ -35,6 +35,7 @@ private slots:
     void bytesAndValues();
     void scaleChain_data();
     void scaleChain();
+    void scaleChosenByCase();
     void rangeFollowsOtherSetting();
     void dataRoles_data();
     void dataRoles();
@@ -136,6 +137,20 @@ void TestNumSetting::scaleChain() {
         QCOMPARE(n->getData(RoleEdit).toDouble(), shown);
     }
     QVERIFY(!n->setData(QStringLiteral("not a number")));
+}
+
+// A scale chosen by a case block must still be a bracketed chain: a bare number is none.
+void TestNumSetting::scaleChosenByCase() {
+    FakeSettingHost host;
+    const auto build = [&host](const QString& scale) {
+        return asNum(host.build(QStringLiteral("N1"),
+                                numDefinition(QStringLiteral("u16"), ", 0`65535, " + scale)));
+    };
+    double shown = 0.0;
+    QVERIFY(build(QStringLiteral("{0, [*2], [*3]}"))->translate(5.0, &shown));
+    QCOMPARE(shown, 10.0);
+    NumSetting* bare = build(QStringLiteral("{0, 5, [*3]}"));
+    QVERIFY(!bare || !bare->translate(5.0, &shown));
 }
 
 // A range that follows another setting: bounds re-evaluated on update, the value clamped

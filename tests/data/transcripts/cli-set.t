@@ -90,3 +90,20 @@ and line:
   out.hex
   x.hex
   y.hex
+
+Both ends of a range are inside it:
+
+  $ kxsetup-cli -C $DATA set $DATA/data/firmware/kx3/3.10.kxhex -o z.hex CellCntA=36
+  CellCntA: 13 cells -> 36 cells
+  LVCA: 39.00 V -> 90.00 V
+  $ kxsetup-cli -C $DATA set z.hex CellCntA=13 LVCA=54.6
+  CellCntA: 36 cells -> 13 cells
+  LVCA: 90.00 V -> 54.60 V
+  $ kxsetup-cli -C $DATA set z.hex CellCntB=13 LVCB=32.5
+  CellCntB: 16 cells -> 13 cells
+  LVCB: 44.80 V -> 32.50 V
+  $ kxsetup-cli -C $DATA get z.hex CellCntA LVCA LVCB CellCntB
+  13
+  54.6
+  32.5
+  13
