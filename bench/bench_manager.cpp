@@ -6,9 +6,8 @@
 //   cmake --build build/bench --target bench_manager
 //   build/bench/bin/bench_manager
 
-#include "kxs/compiler/KxsWriter.h"
 #include "sf/SettingManager.h"
-#include "sf/parser/Inhex32Entry.h"
+#include "support/GeneratedLayout.h"
 #include "util/VersionContainer.h"
 
 #include <benchmark/benchmark.h>
@@ -18,109 +17,9 @@
 
 #include <memory>
 
+using namespace benchdata;
+
 namespace {
-
-const QString VERSION = QStringLiteral("KX4-BENCH");
-const QString FIRMWARE = QStringLiteral("FWB");
-
-// A layout of `count` settings in categories of 100, in groups of ten:
-//   0     G<g>Base      u8 number 0`255 (two dependents)
-//   1, 2  Dep<g>a/b     u16 numbers whose upper bound is G<g>Base * 4, scaled /10
-//   3     G<g>Flags     16-bit bit field with three labels
-//   4     G<g>Boxes     checkbool[8] with three boxes
-//   5     G<g>Mode      list over one of five shared string lists
-//   6, 7  Pre<g>x1/x2   u8 numbers for presets 0 and 1 (one row, two columns)
-//   8, 9  Num<g>a/b     plain u16 numbers with a help identifier
-// Only the Pre settings end in a preset character (a digit, A or B), as in a real layout:
-// every category has two preset columns. Every setting gets bytes of its own from
-// address 0 on.
-struct Generated {
-    QByteArray layout;
-    QByteArray image;
-};
-
-Generated generate(int count) {
-    kxs::compiler::KxsWriter writer;
-    writer.setVersion(VERSION);
-    writer.setFormat(1001);
-    QByteArray bytes;
-    const auto add = [&](const QString& name, int size, const QString& definition,
-                         const QByteArray& value) {
-        writer.addSetting(name, static_cast<quint32>(bytes.size()), size, definition);
-        bytes.append(value.left(size).leftJustified(size, '\0'));
-    };
-    for (int i = 0; i < count; ++i) {
-        if (i % 100 == 0) {
-            writer.addCategory(QStringLiteral("C%1").arg(i / 100),
-                               QStringLiteral("Category %1").arg(i / 100), QString());
-        }
-        const int g = i / 10;
-        switch (i % 10) {
-        case 0:
-            add(QStringLiteral("G%1Base").arg(g), 1,
-                QStringLiteral("num, WB%1, u8, 0`255, [], 0, \"Base\", \"\"").arg(g),
-                QByteArray(1, char(100)));
-            break;
-        case 1:
-        case 2:
-            add(QStringLiteral("Dep%1%2").arg(g).arg(i % 10 == 1 ? 'a' : 'b'), 2,
-                QStringLiteral("num, WD%1, u16, 0`G%1Base*4, [/10], 1, \"Dep\", \"V\"").arg(g),
-                QByteArray::fromHex("012C")); // 300
-            break;
-        case 3:
-            add(QStringLiteral("G%1Flags").arg(g), 2,
-                QStringLiteral("bool, 16, {\"One\", \"Two\", \"Three\"}"),
-                QByteArray::fromHex("0005"));
-            break;
-        case 4:
-            add(QStringLiteral("G%1Boxes").arg(g), 1,
-                QStringLiteral("checkbool[8], {\"A\", \"B\", \"C\"}, \"Boxes\", \"\""),
-                QByteArray(1, char(2)));
-            break;
-        case 5:
-            add(QStringLiteral("G%1Mode").arg(g), 1,
-                QStringLiteral("list, WM%1, ListCount, List%2, \"Mode\", \"\"").arg(g).arg(g % 5),
-                QByteArray(1, char(1)));
-            break;
-        case 6:
-        case 7:
-            add(QStringLiteral("Pre%1x%2").arg(g).arg(i % 10 - 5), 1,
-                QStringLiteral("num, WP%1, u8, 0`200, [], 0, \"Preset\", \"\"").arg(g),
-                QByteArray(1, char(7)));
-            break;
-        default:
-            add(QStringLiteral("Num%1%2").arg(g).arg(i % 10 == 8 ? 'a' : 'b'), 2,
-                QStringLiteral("num, WN%1_%2, u16, 0`60000, [*10/256], 2, \"Number\", \"A\"")
-                    .arg(g)
-                    .arg(i),
-                QByteArray::fromHex("1000"));
-            break;
-        }
-    }
-    writer.addInteger(QStringLiteral("ListCount"), 3, 1);
-    for (int list = 0; list < 5; ++list) {
-        for (int k = 0; k < 3; ++k) {
-            writer.addString(k == 0 ? QStringLiteral("List%1").arg(list)
-                                    : QStringLiteral("List%1_%2").arg(list).arg(k),
-                             QStringLiteral("Option %1").arg(k));
-        }
-    }
-
-    QByteArray hex = sf::parser::Inhex32Entry::line(0xC0, 0, FIRMWARE.toLatin1()) +
-                     sf::parser::Inhex32Entry::line(0xC1, 0, VERSION.toLatin1());
-    for (int at = 0; at < bytes.size(); at += 16) {
-        hex += sf::parser::Inhex32Entry::line(0x00, static_cast<quint16>(at), bytes.mid(at, 16));
-    }
-    hex += sf::parser::Inhex32Entry::line(0x01, 0, QByteArray());
-    return {writer.toBytes(), hex};
-}
-
-util::VersionContainer version() {
-    util::VersionContainer v;
-    v.fwVersion = FIRMWARE;
-    v.kxsVersion = VERSION;
-    return v;
-}
 
 const Generated& layoutOf(int count) {
     static Generated small = generate(500);
