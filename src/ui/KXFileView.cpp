@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -49,6 +50,7 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
         font.setBold(true);
         title->setFont(font);
         auto* view = new sf::ui::SettingsTableView(section);
+        view->setEditorsActive(false);
         view->setModel(tables[i].get());
         sectionLayout->addWidget(title);
         sectionLayout->addWidget(view);
@@ -57,6 +59,8 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
         m_tables.push_back(view);
         m_categories->addItem(file->tableTitles().value(int(i)));
         connect(view, &sf::ui::SettingsTableView::settingTip, m_status, &QLabel::setText);
+        connect(tables[i].get(), &sf::SettingsTableModel::reloadAllEditors, this,
+                &KXFileView::activateVisibleTables, Qt::QueuedConnection);
         connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this,
                 [this](const QModelIndex& current) { selectionMoved(current); });
     }
@@ -84,6 +88,41 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
     connect(m_categories, &QListWidget::currentRowChanged, this, &KXFileView::showCategory);
     connect(reset, &QPushButton::clicked, this, &KXFileView::resetSelectedToDefault);
     connect(file, &KXFileModel::jumpToIndex, this, &KXFileView::jumpTo);
+    connect(m_scroll->verticalScrollBar(), &QScrollBar::valueChanged, this,
+            &KXFileView::activateVisibleTables);
+}
+
+void KXFileView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    activateVisibleTables();
+}
+
+void KXFileView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    activateVisibleTables();
+}
+
+void KXFileView::activateVisibleTables() {
+    if (!isVisible()) {
+        return; // the sections have no places yet
+    }
+    m_scroll->widget()->layout()->activate();
+    const int height = m_scroll->viewport()->height();
+    const int top = m_scroll->verticalScrollBar()->value() - height / 4;
+    const int bottom = top + height + height / 2;
+    for (size_t i = 0; i < m_sections.size(); ++i) {
+        const QWidget* section = m_sections[i];
+        sf::ui::SettingsTableView* view = m_tables[i];
+        const int viewTop = section->y() + view->y() + view->viewport()->y();
+        if (!section->isVisibleTo(this) || viewTop > bottom ||
+            section->y() + section->height() < top) {
+            continue;
+        }
+        const int first = view->rowAt(qMax(0, top - viewTop));
+        const int last = view->rowAt(bottom - viewTop);
+        view->openEditorsInRows(first < 0 ? 0 : first,
+                                last < 0 ? view->model()->rowCount() - 1 : last);
+    }
 }
 
 void KXFileView::showCategory(int row) {
@@ -144,6 +183,7 @@ void KXFileView::search(const QString& text) {
         m_sections[i]->setVisible(shown > 0);
         m_categories->item(int(i))->setHidden(shown == 0);
     }
+    activateVisibleTables();
 }
 
 void KXFileView::setSearchText(const QString& text) {
@@ -171,6 +211,7 @@ void KXFileView::jumpTo(const QModelIndex& index) {
         const QRect cell = view->visualRect(index);
         m_scroll->ensureVisible(0, m_sections[i]->y() + view->y() + cell.center().y(), 0,
                                 cell.height() * 2);
+        activateVisibleTables();
     }
 }
 

@@ -46,7 +46,15 @@ public slots:
     // Resets the selected setting to its default value.
     void resetSelectedToDefault();
 
+protected:
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    // The tables open the editors of their rows as the rows come near the screen and
+    // keep them; until then the cells are only painted (thousands of editor widgets
+    // made at once would make opening and scrolling a large file slow).
+    void activateVisibleTables();
     void showCategory(int row);
     void selectionMoved(const QModelIndex& index);
     bool rowMatches(const QModelIndex& first, const QStringList& words) const;

@@ -100,8 +100,8 @@ QByteArray Instrument::serve(const Frame& request) {
 QByteArray Instrument::withFault(QByteArray image, quint64 from) const {
     if (m_flipped >= 0 && quint64(m_flipped) >= from &&
         quint64(m_flipped) < from + quint64(image.size())) {
-        char& byte = image[int(quint64(m_flipped) - from)];
-        byte = char(byte ^ 0xFF);
+        const int at = int(quint64(m_flipped) - from);
+        image[at] = char(image.at(at) ^ 0xFF);
     }
     return image;
 }
@@ -145,8 +145,8 @@ QByteArray Instrument::serveBootloader(const Frame& request) {
         const QByteArray row =
             phantoms.insert(real, from, quint64(real.size())).leftJustified(int(p.rowSize), '\0');
         for (int i = 0; i < row.size(); ++i) {
-            char& cell = m_program[int(from - p.programStart) + i];
-            cell = char(cell & row.at(i));
+            const int at = int(from - p.programStart) + i;
+            m_program[at] = char(m_program.at(at) & row.at(i));
         }
         m_flashed = m_changed = true;
         return encode(ACK, CmdRowWrite, QByteArray());

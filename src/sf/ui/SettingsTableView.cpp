@@ -59,21 +59,54 @@ void SettingsTableView::setModel(QAbstractItemModel* model) {
     recomputeSize();
 }
 
+void SettingsTableView::setEditorsActive(bool active) {
+    if (active != m_editorsActive) {
+        m_editorsActive = active;
+        m_rowOpened.clear();
+        loadEditors();
+    }
+}
+
+void SettingsTableView::openRowEditors(int row) {
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        const QModelIndex index = m_model->index(row, column);
+        const del::SettingDelegate* d = m_delegate->delegateFor(index);
+        if (isPersistentEditorOpen(index)) {
+            closePersistentEditor(index);
+        }
+        if (d && d->isPersistent(index) && (m_model->flags(index) & Qt::ItemIsEditable)) {
+            openPersistentEditor(index);
+        }
+    }
+}
+
+void SettingsTableView::openEditorsInRows(int first, int last) {
+    if (!m_model || m_editorsActive) {
+        return;
+    }
+    m_rowOpened.resize(m_model->rowCount());
+    for (int row = qMax(0, first); row <= last && row < m_model->rowCount(); ++row) {
+        if (!m_rowOpened.at(row)) {
+            m_rowOpened[row] = true;
+            openRowEditors(row);
+        }
+    }
+}
+
 void SettingsTableView::loadEditors() {
     if (!m_model) {
         return;
     }
+    m_rowOpened.resize(m_model->rowCount());
     for (int row = 0; row < m_model->rowCount(); ++row) {
-        for (int column = 0; column < m_model->columnCount(); ++column) {
-            const QModelIndex index = m_model->index(row, column);
-            const del::SettingDelegate* d = m_delegate->delegateFor(index);
-            const bool wanted =
-                d && d->isPersistent(index) && (m_model->flags(index) & Qt::ItemIsEditable);
-            if (isPersistentEditorOpen(index)) {
-                closePersistentEditor(index);
-            }
-            if (wanted) {
-                openPersistentEditor(index);
+        if (m_editorsActive || m_rowOpened.at(row)) {
+            openRowEditors(row);
+        } else {
+            for (int column = 0; column < m_model->columnCount(); ++column) {
+                const QModelIndex index = m_model->index(row, column);
+                if (isPersistentEditorOpen(index)) {
+                    closePersistentEditor(index);
+                }
             }
         }
     }

@@ -33,6 +33,12 @@ public:
     // Runs the context menu registered for the kind of the cell's setting.
     void invokeMenu(const QModelIndex& index, const QPoint& globalPosition);
     void installContextMenu(QMenu* menu, SettingType type);
+    // Whether the table keeps its editors open in every row (the default). A page of many
+    // tables turns that off and opens them row by row as rows come near the screen
+    // (openEditorsInRows); rows once opened keep their editors.
+    void setEditorsActive(bool active);
+    bool editorsActive() const { return m_editorsActive; }
+    void openEditorsInRows(int first, int last);
 
 public slots:
     // Opens an editor in every cell whose delegate keeps one open.
@@ -55,6 +61,10 @@ protected:
 private:
     SettingsTableModel* m_model = nullptr;
     del::MultiDelegate* m_delegate = nullptr;
+    void openRowEditors(int row);
+
+    bool m_editorsActive = true;
+    QVector<bool> m_rowOpened; // while not active: the rows whose editors are open
 };
 
 // The row header: the settings' names, and an enable box on every row that may be
