@@ -131,6 +131,18 @@ private slots:
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, QPoint(8, y2));
         QVERIFY(s.manager.isEnabled(QStringLiteral("Cells1")));
     }
+
+    // A second model replaces the first: its editors edit the second manager only.
+    void anotherModel() {
+        Shown first;
+        Shown second;
+        first.view.setModel(&second.model);
+        auto* box = first.editorAt<sf::ui::ListComboBox>(second.at(QStringLiteral("Screen")));
+        QVERIFY(box);
+        QTest::keyClick(box, Qt::Key_Down);
+        QCOMPARE(second.value(QStringLiteral("Screen")), 2.0);
+        QCOMPARE(first.value(QStringLiteral("Screen")), 1.0);
+    }
 };
 
 QTEST_MAIN(TestSettingsTableView)

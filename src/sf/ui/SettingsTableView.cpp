@@ -40,7 +40,16 @@ SettingsTableView::SettingsTableView(QWidget* parent) : QTableView(parent) {
 }
 
 void SettingsTableView::setModel(QAbstractItemModel* model) {
-    QTableView::setModel(model);
+    if (m_model) {
+        disconnect(m_model, nullptr, this, nullptr);
+    }
+    QTableView::setModel(model); // closes the editors of the model before
+    if (m_delegate) {            // a new model comes with a delegate of its own
+        setItemDelegate(nullptr);
+        delete m_delegate;
+        m_delegate = nullptr;
+    }
+    m_rowOpened.clear();
     m_model = qobject_cast<SettingsTableModel*>(model);
     if (!m_model) {
         return;
