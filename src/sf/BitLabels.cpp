@@ -131,14 +131,18 @@ bool BitLabelParser::parseOption(const TokenList& tokens, int begin, int end, Bi
     return true;
 }
 
+QString BitLabel::stateText(bool shownOn) const {
+    if (shownOn) {
+        return onText.isEmpty() ? BitLabelParser::DEFAULT_ON_TEXT : onText;
+    }
+    return offText.isEmpty() ? BitLabelParser::DEFAULT_OFF_TEXT : offText;
+}
+
 QVariant bitLabelData(const BitLabel& label, bool stored, DataRole role, SettingHost* host) {
     const bool shown = stored != label.inverted;
     switch (role) {
     case RoleDisplay:
-        if (shown) {
-            return label.onText.isEmpty() ? BitLabelParser::DEFAULT_ON_TEXT : label.onText;
-        }
-        return label.offText.isEmpty() ? BitLabelParser::DEFAULT_OFF_TEXT : label.offText;
+        return label.stateText(shown);
     case RoleEdit:
         return shown;
     case RoleFullText:

@@ -21,6 +21,8 @@ struct BitLabel {
     QString wsi;           // option wsi = "ID": help identifier of the bit
     QString onText;        // option on = "text": display text when set (default "On")
     QString offText;       // option off = "text": display text when clear (default "Off")
+    // The text shown for a state (on or off, as shown: after inversion), defaults applied.
+    QString stateText(bool shownOn) const;
 };
 
 // Reads a list of bit labels from a field of a definition:

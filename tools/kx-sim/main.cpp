@@ -6,6 +6,7 @@
 // exits.
 #include "Instrument.h"
 
+#include "sf/parser/HexParser.h"
 #include "util/FirmwareImage.h"
 
 #include <QDirIterator>
@@ -205,12 +206,12 @@ int main(int argc, char** argv) {
     // The firmware file names the model by its layout version; the state, when there is
     // one, holds what the instrument was left with.
     DeviceProfile profile;
-    FirmwareImage start = readFirmware(o.firmware, DeviceProfile());
-    if (!findProfile(profiles, identifierFor(start.kxsVersion), &profile)) {
-        return die(QStringLiteral("no profile for %1 in %2").arg(start.kxsVersion, deviceFile));
+    const QString kxs = sf::parser::HexParser::readAllMetadata(o.firmware).kxsVersion;
+    if (!findProfile(profiles, identifierFor(kxs), &profile)) {
+        return die(QStringLiteral("no profile for %1 in %2").arg(kxs, deviceFile));
     }
     const bool fromState = !o.state.isEmpty() && QFileInfo::exists(o.state);
-    start = readFirmware(fromState ? o.state : o.firmware, profile);
+    const FirmwareImage start = readFirmware(fromState ? o.state : o.firmware, profile);
     if (!start.error.isEmpty()) {
         return die(QStringLiteral("%1: not a firmware file (%2)")
                        .arg(fromState ? o.state : o.firmware, start.error));

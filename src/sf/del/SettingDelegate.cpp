@@ -19,8 +19,7 @@ QStringList bitTexts(const Setting* setting, int subIndex) {
         return {};
     }
     const BitLabel& label = labels->at(subIndex);
-    return {label.offText.isEmpty() ? BitLabelParser::DEFAULT_OFF_TEXT : label.offText,
-            label.onText.isEmpty() ? BitLabelParser::DEFAULT_ON_TEXT : label.onText};
+    return {label.stateText(false), label.stateText(true)};
 }
 
 } // namespace
