@@ -11,7 +11,7 @@
 #include <vector>
 
 namespace util {
-struct VersionContainer;
+class VersionContainer;
 }
 
 namespace sf {

@@ -59,6 +59,7 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
         m_tables.push_back(view);
         m_categories->addItem(file->tableTitles().value(int(i)));
         connect(view, &sf::ui::SettingsTableView::settingTip, m_status, &QLabel::setText);
+        connect(view, &sf::ui::SettingsTableView::settingTip, this, &KXFileView::settingTip);
         connect(tables[i].get(), &sf::SettingsTableModel::reloadAllEditors, this,
                 &KXFileView::activateVisibleTables, Qt::QueuedConnection);
         connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this,

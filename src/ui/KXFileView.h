@@ -46,6 +46,10 @@ public slots:
     // Resets the selected setting to its default value.
     void resetSelectedToDefault();
 
+signals:
+    // The status-line text of the setting under the cursor or selected (empty when none).
+    void settingTip(const QString& tip);
+
 protected:
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

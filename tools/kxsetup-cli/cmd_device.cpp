@@ -7,6 +7,7 @@
 #include "sf/SetupFile.h"
 #include "sf/parser/HexParser.h"
 #include "util/KXCommunicator.h"
+#include "util/SerialPorts.h"
 #include "util/Uploader.h"
 #include "util/VersionCatalogue.h"
 #include "util/VersionParser.h"
@@ -17,7 +18,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
-#include <QSerialPortInfo>
 
 namespace {
 
@@ -54,8 +54,7 @@ const util::VersionContainer* byFw(const QList<util::VersionContainer>& all, con
 class Transfer {
 public:
     Transfer(cli::Context& ctx, const QString& port) : m_ctx(ctx) {
-        QByteArray extra = qgetenv(util::Uploader::EXTRA_PORTS_VARIABLE);
-        qputenv(util::Uploader::EXTRA_PORTS_VARIABLE, extra + ':' + port.toLocal8Bit());
+        util::addExtraPort(port);
         uploader.findComPorts();
         uploader.setSerialPort(port);
         QObject::connect(&uploader, &util::Uploader::suplProgress, [this](const QString& text) {
@@ -93,21 +92,17 @@ int runPorts(cli::Context& ctx) {
     util::Uploader uploader;
     uploader.findComPorts();
     QJsonArray list;
-    for (const QString& path : uploader.getComList()) {
-        QJsonObject o{{QStringLiteral("path"), path}};
-        const QSerialPortInfo info(path);
-        if (!info.isNull()) {
-            o.insert(QStringLiteral("description"), info.description());
-            if (info.hasVendorIdentifier() && info.hasProductIdentifier()) {
-                o.insert(QStringLiteral("usb"),
-                         QStringLiteral("%1:%2")
-                             .arg(info.vendorIdentifier(), 4, 16, QLatin1Char('0'))
-                             .arg(info.productIdentifier(), 4, 16, QLatin1Char('0')));
-            }
+    for (const util::SerialPortDescription& port : util::describePorts(uploader.getComList())) {
+        QJsonObject o{{QStringLiteral("path"), port.path}};
+        if (!port.description.isEmpty() || !port.usb.isEmpty()) {
+            o.insert(QStringLiteral("description"), port.description);
+        }
+        if (!port.usb.isEmpty()) {
+            o.insert(QStringLiteral("usb"), port.usb);
         }
         list.append(o);
         if (!json) {
-            ctx.out << path << "\n";
+            ctx.out << port.path << "\n";
         }
     }
     if (json) {

@@ -1,0 +1,438 @@
+#include "app/AppController.h"
+
+#include "app/AppModel.h"
+#include "app/Constants.h"
+#include "app/DeviceWorkflow.h"
+#include "app/FileWorkflow.h"
+#include "kxs/parser/KxsParser.h"
+#include "sf/parser/HexParser.h"
+#include "ui/AboutDialog.h"
+#include "ui/AppView.h"
+#include "ui/HelpWindow.h"
+#include "ui/KXFileModel.h"
+#include "ui/Prompts.h"
+#include "util/KXCommunicator.h"
+#include "util/Uploader.h"
+#include "util/VersionCatalogue.h"
+#include "util/VersionParser.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+namespace ui {
+
+namespace {
+
+// The view's signals and the slots they reach, by name, as connect and disconnect take
+// them.
+struct Wire {
+    const char* signal;
+    const char* slot;
+};
+const Wire WIRING[] = {
+    {SIGNAL(newPressed()), SLOT(newPressed())},
+    {SIGNAL(openPressed()), SLOT(openPressed())},
+    {SIGNAL(closePressed(int)), SLOT(closePressed(int))},
+    {SIGNAL(savePressed()), SLOT(savePressed())},
+    {SIGNAL(saveAsPressed()), SLOT(saveAsPressed())},
+    {SIGNAL(exitPressed()), SLOT(exitPressed())},
+    {SIGNAL(readPressed()), SLOT(readPressed())},
+    {SIGNAL(writePressed()), SLOT(writePressed())},
+    {SIGNAL(comparePressed()), SLOT(comparePressed())},
+    {SIGNAL(showProtectedPressed()), SLOT(showProtectedPressed())},
+    {SIGNAL(enableMultiplePressed()), SLOT(enableMultiplePressed())},
+    {SIGNAL(undoPressed()), SLOT(undoPressed())},
+    {SIGNAL(redoPressed()), SLOT(redoPressed())},
+    {SIGNAL(aboutPressed()), SLOT(aboutPressed())},
+    {SIGNAL(helpPressed()), SLOT(helpPressed())},
+    {SIGNAL(updateFirmwarePressed()), SLOT(updateFirmwarePressed())},
+    {SIGNAL(getFirmwarePressed()), SLOT(getFirmwarePressed())},
+    {SIGNAL(clearFirmwarePressed()), SLOT(clearFirmwarePressed())},
+    {SIGNAL(indexChanged(int)), SLOT(indexChanged(int))},
+    {SIGNAL(settingTip(QString)), SLOT(settingTipChanged(QString))},
+};
+
+} // namespace
+
+AppController::AppController(QObject* parent)
+    : QObject(parent), supl(new util::Uploader), kxCommunicator(new util::KXCommunicator),
+      hexParser(std::make_unique<sf::parser::HexParser>()),
+      kxsParser(std::make_unique<kxs::parser::KxsParser>()),
+      files(std::make_unique<FileWorkflow>(*this)),
+      device(std::make_unique<DeviceWorkflow>(*this)) {
+    connect(supl, &util::Uploader::suplError, this,
+            [](const QString& text) { qDebug().noquote() << "helper:" << text; });
+}
+
+AppController::~AppController() {
+    delete help;
+    device.reset();
+    delete supl;
+    delete kxCommunicator;
+}
+
+void AppController::setModel(AppModel* m) {
+    if (model == m) {
+        return;
+    }
+    model = m;
+    if (view) {
+        view->setModel(model);
+    }
+}
+
+void AppController::wireView(bool connectThem) {
+    for (const Wire& w : WIRING) {
+        if (connectThem) {
+            connect(view, w.signal, this, w.slot);
+        } else if (QByteArray(w.signal).contains("closePressed")) {
+            // Named without its argument, so the old view's close stays connected.
+            disconnect(view, SIGNAL(closePressed()), this, SLOT(closePressed()));
+        } else {
+            disconnect(view, w.signal, this, w.slot);
+        }
+    }
+}
+
+void AppController::setView(AppView* v) {
+    if (view) {
+        wireView(false);
+    }
+    view = v;
+    if (!view) {
+        return;
+    }
+    wireView(true);
+    view->setModel(model);
+    if (!currentPrompts || ownPrompts.get() == currentPrompts) {
+        ownPrompts = std::make_unique<DialogPrompts>(view);
+        currentPrompts = ownPrompts.get();
+    }
+}
+
+void AppController::setPrompts(Prompts* p) {
+    currentPrompts = p;
+}
+
+Prompts& AppController::prompts() {
+    if (!currentPrompts) {
+        ownPrompts = std::make_unique<DialogPrompts>(view);
+        currentPrompts = ownPrompts.get();
+    }
+    return *currentPrompts;
+}
+
+bool AppController::initialize() {
+    if (!enumerateVersions()) {
+        showWarning(ERROR_NOTFOUND_KXS);
+    }
+    bool available = true;
+    if (!QFileInfo::exists(PATH_AND_FILE_SUPL)) {
+        showError(ERROR_NOTFOUND_SUPL.arg(PATH_AND_FILE_SUPL));
+        available = false;
+    } else if (!QFileInfo::exists(PATH_AND_FILE_DEVICE)) {
+        showError(ERROR_NOTFOUND_SUPL.arg(PATH_AND_FILE_DEVICE));
+        available = false;
+    }
+    const bool hasDefault = setDefaultVersion();
+    model->setSuplAvailable(available);
+    model->setNewEnabled(hasDefault);
+    model->setOpenEnabled(true);
+    model->setSaveEnabled(false);
+    model->setReadEnabled(available);
+    model->setWriteEnabled(false);
+    model->setLastOpenDir(PATH_SAVED);
+
+    // Also with no default version: the empty path then fails and says so.
+    const int number = nextUntitled();
+    if (KXFileModel* first = open(model->getDefaultVersion().mapFilePath, QString(),
+                                  FILE_UNTITLED.arg(number), false, util::VersionContainer())) {
+        first->setStatus(STATUS_DEFAULT);
+    }
+
+    const QString temp = PATH_DATA + FILE_TEMP;
+    if (!QFileInfo::exists(temp)) {
+        QFile scratch(temp);
+        if (!scratch.open(QIODevice::WriteOnly)) {
+            showError(ERROR_WRITE_PERMS.arg(temp));
+            return false;
+        }
+        scratch.close();
+    }
+    if (available) {
+        supl->findComPorts();
+    }
+    return true;
+}
+
+bool AppController::enumerateVersions() {
+    util::VersionParser parser;
+    connect(&parser, &util::VersionParser::showError, this, &AppController::showError);
+    connect(&parser, &util::VersionParser::showWarning, this, &AppController::showWarning);
+    const QList<util::VersionContainer> found =
+        util::VersionCatalogue::scanFirmwareFolder(PATH_FW, PATH_KXS, parser);
+    if (found.isEmpty()) {
+        return false;
+    }
+    model->addVersions(found);
+    return true;
+}
+
+bool AppController::setDefaultVersion() {
+    if (model->getVersions().isEmpty()) {
+        return false;
+    }
+    model->setDefaultVersion(model->getVersions().first());
+    return true;
+}
+
+bool AppController::isFirmwareFile(const QString& path) const {
+    const QFileInfo target(path);
+    for (const util::VersionContainer& v : model->getVersions()) {
+        const QFileInfo defaults(v.mapFilePath);
+        if (defaults.exists() && defaults == target) {
+            return true;
+        }
+    }
+    return false;
+}
+
+KXFileModel* AppController::open(const QString& path, const QString& savePath, const QString& title,
+                                 bool modified, const util::VersionContainer& forcedVersion) {
+    return files->open(path, savePath, title, modified, forcedVersion);
+}
+
+KXFileModel* AppController::currentFile() const {
+    return model ? qobject_cast<KXFileModel*>(model->getCurrentFile()) : nullptr;
+}
+
+void AppController::close(FileModel* file) {
+    file->close();
+    model->removeFile(file);
+    updateFlags();
+}
+
+void AppController::updateFlags() {
+    FileModel* file = model->getCurrentFile();
+    model->setNewEnabled(!model->getDefaultVersion().fwVersion.isEmpty());
+    model->setOpenEnabled(true);
+    model->setSaveEnabled(file != nullptr);
+    model->setReadEnabled(model->getSuplAvailable());
+    model->setWriteEnabled(file != nullptr && model->getSuplAvailable());
+    model->setUndoEnabled(file && file->getUndoEnabled());
+    model->setRedoEnabled(file && file->getRedoEnabled());
+}
+
+QMessageBox::StandardButton AppController::promptUser(const QString& text,
+                                                      const QString& informative,
+                                                      const QString& title,
+                                                      QMessageBox::StandardButtons buttons,
+                                                      QMessageBox::StandardButton defaultButton) {
+    return prompts().ask(QMessageBox::Information, title, text, informative, buttons,
+                         defaultButton);
+}
+
+util::VersionContainer
+AppController::getVersionFromUser(const QList<util::VersionContainer>& versions,
+                                  const QString& message, const QString& title) {
+    return prompts().chooseVersion(versions, message, title);
+}
+
+QString AppController::getFileNameFromPath(const QString& path) {
+    static const QRegularExpression directories(QStringLiteral("(/|\\\\)?(.*(/|\\\\))*"));
+    QString name = path;
+    return name.remove(directories);
+}
+
+void AppController::showError(const QString& text) {
+    qDebug().noquote() << text;
+    prompts().message(QMessageBox::Critical, TITLE_ERROR, text);
+}
+
+void AppController::showWarning(const QString& text) {
+    qDebug().noquote() << text;
+    prompts().message(QMessageBox::Warning, TITLE_WARNING, text);
+}
+
+void AppController::settingsLoadError(int count) {
+    showWarning(WARNING_SETTINGS_LOAD.arg(count));
+}
+
+void AppController::transferAborted() {
+    supl->requestQuit();
+}
+
+void AppController::settingTipChanged(const QString& tip) {
+    if (FileModel* file = model->getCurrentFile()) {
+        file->setStatus(tip.isEmpty() ? STATUS_DEFAULT : tip);
+    }
+}
+
+void AppController::indexChanged(int index) {
+    model->setCurrentIndex(index);
+    updateFlags();
+}
+
+void AppController::newPressed() {
+    files->newFile();
+}
+
+void AppController::openPressed() {
+    files->openFile();
+}
+
+void AppController::closePressed(int index) {
+    if (index >= 0 && index < model->getFiles().size()) {
+        FileModel* file = model->getFiles().at(index);
+        if (prepareToClose(file)) {
+            close(file);
+        }
+    }
+}
+
+void AppController::savePressed() {
+    files->saveCurrent(false);
+}
+
+void AppController::saveAsPressed() {
+    files->saveCurrent(true);
+}
+
+void AppController::exitPressed() {
+    files->exit();
+}
+
+void AppController::readPressed() {
+    device->readPressed();
+}
+
+void AppController::writePressed() {
+    device->write(currentFile());
+}
+
+void AppController::comparePressed() {
+    device->compare(currentFile());
+}
+
+KXFileModel* AppController::readCurrentSettings(const QString& port, const QString& title) {
+    return device->readCurrentSettings(port, title);
+}
+
+void AppController::firmwareUpdateVersionSelected(const util::VersionContainer& version) {
+    fwUpdateVersion.kxsVersion = version.kxsVersion;
+    fwUpdateVersion.fwVersion = version.fwVersion;
+    fwUpdateVersion.enqString = version.enqString;
+    fwUpdateVersion.kxsFilePath = version.kxsFilePath;
+    fwUpdateVersion.mapFilePath = version.mapFilePath;
+    fwUpdateVersion.mapGroup = version.mapGroup;
+    fwUpdateVersion.kxsFormat = version.kxsFormat;
+}
+
+void AppController::showProtectedPressed() {
+    const bool show = !model->getShowProtected();
+    model->setShowProtected(show);
+    for (FileModel* file : model->getFiles()) {
+        file->setShowProtected(show);
+    }
+}
+
+void AppController::enableMultiplePressed() {
+    if (!model->getMultipleEnabled() || model->getFiles().size() <= 1) {
+        model->setMultipleEnabled(!model->getMultipleEnabled());
+        return;
+    }
+    if (promptUser(MESSAGE_CLOSE_MULTIPLE, DETAILS_CLOSE_MULTIPLE, TITLE_CLOSE_MULTIPLE,
+                   QMessageBox::Ok | QMessageBox::Cancel,
+                   QMessageBox::NoButton) != QMessageBox::Ok) {
+        return;
+    }
+    FileModel* current = model->getCurrentFile();
+    for (FileModel* file : model->getFiles()) {
+        if (file != current) {
+            close(file);
+        }
+    }
+    model->setMultipleEnabled(false);
+}
+
+void AppController::undoPressed() {
+    if (FileModel* file = model->getCurrentFile()) {
+        file->undoAction();
+    }
+}
+
+void AppController::redoPressed() {
+    if (FileModel* file = model->getCurrentFile()) {
+        file->redoAction();
+    }
+}
+
+void AppController::aboutPressed() {
+    AboutDialog about(view);
+    prompts().run(about);
+}
+
+void AppController::helpPressed() {
+    FileModel* file = model->getCurrentFile();
+    QFile page(QStringLiteral("data/help/") + (file ? file->getFWVersion() : QString()) +
+               QStringLiteral("_help.html"));
+    if (!file || !page.open(QIODevice::ReadOnly)) {
+        prompts().message(QMessageBox::Information, QStringLiteral("Could not find help file"),
+                          QStringLiteral("No help file found for this firmware version"));
+        return;
+    }
+    QByteArray html = page.readAll();
+    const int end = html.indexOf('\0');
+    if (end >= 0) {
+        html.truncate(end);
+    }
+    delete help;
+    help = new HelpWindow(tr("Help for firmware %1").arg(util::printVersion(file->getFWVersion())),
+                          QString::fromUtf8(html));
+    help->show();
+}
+
+// The firmware update window and the downloader are not part of this program yet: their
+// commands stay disabled.
+void AppController::updateFirmwarePressed() {}
+void AppController::getFirmwarePressed() {}
+
+void AppController::clearFirmwarePressed() {
+    const QMessageBox::StandardButton answer = prompts().ask(
+        QMessageBox::Question, QStringLiteral("Careful! Delete All Firmware Files?"),
+        QStringLiteral(
+            "This will erase all firmware-related files in the data/firmware, data/kxs, and "
+            "data/help directories.\nIt will also erase the firmware download history.\nYou "
+            "should only use this option if something has gone wrong with your firmware "
+            "directories, and you need to start fresh.\n\nAfter using this, you should use the "
+            "\"Get New Firmware\" option to re-download all the firmware.\n\nAre you sure you "
+            "want to delete all local firmware files?"),
+        QString(), QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+    if (answer != QMessageBox::Yes) {
+        return;
+    }
+    for (const QString& folder : {PATH_FW, PATH_KXS, PATH_HELP}) {
+        QDirIterator it(folder, QDir::Files | QDir::Hidden | QDir::System,
+                        QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            QFile::remove(it.next());
+        }
+    }
+    QFile::remove(FILE_FIRMWARE_LIST);
+    prompts().message(QMessageBox::Information, QStringLiteral("Firmware Deleted Successfuly"),
+                      QStringLiteral("All firmware files and download history have been deleted."));
+    rebuildCatalogue();
+}
+
+void AppController::rebuildCatalogue() {
+    model->clearVersions();
+    enumerateVersions();
+    setDefaultVersion();
+    updateFlags();
+}
+
+} // namespace ui

@@ -1,0 +1,57 @@
+#pragma once
+// The commands that talk to the instrument: read its settings into a new tab, write the
+// current file to it (after the version checks and a confirmation), and compare the
+// current file with what it holds. Each transfer shows the progress dialog, which Cancel
+// turns into a request to the helper to stop; a transfer that fails after the
+// instrument answered ends with a reset, so that it leaves its PC-connection state.
+#include "ui/ProgressDialog.h"
+#include "util/VersionContainer.h"
+
+#include <QList>
+#include <QMetaObject>
+#include <QPointer>
+#include <QString>
+
+class QWidget;
+
+namespace ui {
+
+class AppController;
+class KXFileModel;
+
+class DeviceWorkflow {
+public:
+    explicit DeviceWorkflow(AppController& controller) : c(controller) {}
+    ~DeviceWorkflow();
+
+    // Asks for the serial port; false when the user cancels.
+    bool promptForCom(const QString& title);
+    void readPressed();
+    // Reads the instrument into a new file model (null on failure or cancel). Not
+    // interactive: a version the catalogue does not know fails instead of asking.
+    KXFileModel* readHelper(QWidget* parent, bool interactive);
+    KXFileModel* readCurrentSettings(const QString& port, const QString& title);
+    bool write(KXFileModel* file);
+    void compare(KXFileModel* file);
+    void sendReset();
+    // The dialog of the transfer under way (null when none ran yet).
+    ProgressDialog* progressDialog() const { return progress; }
+
+    // How long a retry waits after the reset, in ms (1000). Tests shorten it.
+    static void setRetryWaitMs(int ms);
+
+private:
+    // Shows the progress dialog with the title and connects the helper's progress to it
+    // (and its errors to the error box when asked).
+    void startProgress(const QString& title, QWidget* parent, bool showErrors);
+    void endProgress();
+    QString detectVersion();
+    util::VersionContainer versionForRead(const QString& enq, bool interactive);
+
+    AppController& c;
+    QPointer<ProgressDialog> progress;
+    QList<QMetaObject::Connection> wires;
+    QMetaObject::Connection progressText;
+};
+
+} // namespace ui

@@ -1,0 +1,25 @@
+// kxsetup: the KX Setup Utility's main window. It takes no arguments of its own; every
+// data path resolves against the working directory (the folder holding data/).
+#include "app/AppController.h"
+#include "app/AppModel.h"
+#include "app/Constants.h"
+#include "ui/AppView.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    qputenv("QT_QPA_FONTDIR", QCoreApplication::applicationDirPath().toUtf8() + "/data/fonts");
+
+    ui::AppView view;
+    ui::AppModel model;
+    ui::AppController controller;
+    controller.setModel(&model);
+    controller.setView(&view);
+    model.setTitle(ui::TITLE_APP);
+    view.show();
+    if (!controller.initialize()) {
+        return 1;
+    }
+    return app.exec();
+}

@@ -1,0 +1,78 @@
+#pragma once
+// The main window: menus and a tool bar for every command, one tab per open setup file,
+// the current file's status text in the status bar. It turns what the user does into
+// ...Pressed signals and shows what the application model says; it decides nothing.
+#include <QKeySequence>
+#include <QMainWindow>
+
+class QAction;
+class QLabel;
+class QTabWidget;
+
+namespace ui {
+
+class AppModel;
+class FileModel;
+class KXFileView;
+
+class AppView : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit AppView(QWidget* parent = nullptr);
+    void setModel(AppModel* model);
+    AppModel* model() const { return m_model; }
+
+    // Places the view of a newly opened file in a tab of its own and brings it forward.
+    void addFileView(KXFileView* view);
+    void setCurrentTab(int index);
+    KXFileView* fileView(int index) const;
+    int tabCount() const;
+    QString statusText() const;
+
+    // The commands, by the name of their signal without "Pressed" ("open", "save", ...).
+    QAction* action(const QString& name) const;
+
+signals:
+    void newPressed();
+    void openPressed();
+    void closePressed(int index);
+    void savePressed();
+    void saveAsPressed();
+    void exitPressed();
+    void readPressed();
+    void writePressed();
+    void comparePressed();
+    void showProtectedPressed();
+    void enableMultiplePressed();
+    void undoPressed();
+    void redoPressed();
+    void aboutPressed();
+    void helpPressed();
+    void updateFirmwarePressed();
+    void getFirmwarePressed();
+    void clearFirmwarePressed();
+    void indexChanged(int index);
+    void settingTip(const QString& tip);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    QAction* command(const QString& name, const QString& text, const QString& icon,
+                     void (AppView::*signal)(), const QKeySequence& shortcut = {});
+    void buildMenus();
+    void bindModel();
+    void fileRemoved(FileModel* file);
+    void currentChanged(int index);
+    void showStatus(const QString& text);
+    void updateTabText(FileModel* file);
+
+    AppModel* m_model = nullptr;
+    QTabWidget* m_tabs;
+    QLabel* m_status;
+    QMap<QString, QAction*> m_actions;
+    QList<QMetaObject::Connection> m_modelConnections;
+    QMetaObject::Connection m_statusConnection;
+};
+
+} // namespace ui

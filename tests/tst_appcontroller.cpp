@@ -1,0 +1,340 @@
+// The application without a person: start-up on the sample data and without it, the
+// catalogue lookups, the file workflows with their refusals and questions, single and
+// multiple-file mode, show protected, undo and redo from the menu, removing all firmware.
+#include "support/AppFixture.h"
+#include "support/SampleData.h"
+
+#include "app/Constants.h"
+#include "sf/SettingManager.h"
+#include "sf/parser/HexParser.h"
+#include "ui/KXFileModel.h"
+
+#include <QAction>
+#include <QCryptographicHash>
+#include <QtTest>
+
+using testsupport::App;
+using namespace ui;
+
+namespace {
+
+QStringList fwVersions(const QList<util::VersionContainer>& versions) {
+    QStringList names;
+    for (const util::VersionContainer& v : versions) {
+        names << v.fwVersion;
+    }
+    return names;
+}
+
+QByteArray digest(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly)
+               ? QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256)
+               : QByteArray();
+}
+
+const QString CAPACITY = QStringLiteral("BattCapA");
+
+} // namespace
+
+class TestAppController : public QObject {
+    Q_OBJECT
+private slots:
+    void startsOnTheSampleData() {
+        App app;
+        QVERIFY(app.controller.initialize());
+        QCOMPARE(app.prompts.shown.size(), 0);
+        // Highest first; 3.10 and 3.12 share one layout.
+        QCOMPARE(fwVersions(app.model.getVersions()),
+                 QStringList({"4.01", "3.20", "3.12", "3.10", "v306"}));
+        QCOMPARE(fwVersions(app.model.getVersionsByKxs(QStringLiteral("KX3-3.10"))),
+                 QStringList({"3.12", "3.10"}));
+        QCOMPARE(app.model.getVersionByEnq(QStringLiteral("3.06")).fwVersion,
+                 QStringLiteral("v306"));
+        QCOMPARE(app.model.getDefaultVersion().fwVersion, QStringLiteral("4.01"));
+        QCOMPARE(app.model.getDefaultVersion().mapGroup, QStringLiteral("kx4/2025"));
+        QVERIFY(app.model.getNewEnabled() && app.model.getOpenEnabled());
+        QVERIFY(app.model.getReadEnabled() && app.model.getSuplAvailable());
+        // The first file is open, so saving and writing are possible.
+        QVERIFY(app.model.getSaveEnabled() && app.model.getWriteEnabled());
+        QCOMPARE(app.model.getLastOpenDir(), PATH_SAVED);
+        QCOMPARE(app.view.tabCount(), 1);
+        QCOMPARE(app.current()->getTitle(), QStringLiteral("New Setup 1.hex"));
+        QVERIFY(app.current()->getPath().isEmpty());
+        QVERIFY(QFileInfo::exists(app.folder.path("data/temp.hex")));
+    }
+
+    void startsWithSomethingMissing_data() {
+        QTest::addColumn<QStringList>("remove");
+        QTest::addColumn<QStringList>("shown");
+        QTest::addColumn<bool>("started");
+        QTest::addColumn<bool>("canRead");
+        QTest::newRow("device file")
+            << QStringList{"data/device.txt"}
+            << QStringList{ERROR_NOTFOUND_SUPL.arg(PATH_AND_FILE_DEVICE)} << true << false;
+        QTest::newRow("helper and firmware")
+            << QStringList{"data/serialup.exe", "data/firmware"}
+            << QStringList{ERROR_NOTFOUND_KXS, ERROR_NOTFOUND_SUPL.arg(PATH_AND_FILE_SUPL)} << true
+            << false;
+        QTest::newRow("whole data folder")
+            << QStringList{"data"}
+            << QStringList{ERROR_NOTFOUND_KXS, ERROR_NOTFOUND_SUPL.arg(PATH_AND_FILE_SUPL),
+                           ERROR_WRITE_PERMS.arg(PATH_DATA + FILE_TEMP)}
+            << false << false;
+    }
+    void startsWithSomethingMissing() {
+        QFETCH(QStringList, remove);
+        QFETCH(QStringList, shown);
+        QFETCH(bool, started);
+        QFETCH(bool, canRead);
+        App app;
+        for (const QString& path : remove) {
+            QFileInfo(path).isDir() ? QDir(path).removeRecursively() : QFile::remove(path);
+        }
+        QCOMPARE(app.controller.initialize(), started);
+        QStringList texts;
+        for (const auto& s : app.prompts.shown) {
+            texts << s.text;
+        }
+        QCOMPARE(texts, shown);
+        QCOMPARE(app.model.getReadEnabled(), canRead);
+        QCOMPARE(app.model.getNewEnabled(),
+                 !remove.join(' ').contains("data/firmware") && !remove.contains("data"));
+    }
+
+    void fileNameFromPath_data() {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("unix") << "/home/rider/setups/a.hex"
+                              << "a.hex";
+        QTest::newRow("windows") << "C:\\setups\\b.hex"
+                                 << "b.hex";
+        QTest::newRow("mixed") << "./x\\y/c.hex"
+                               << "c.hex";
+        QTest::newRow("bare") << "d.hex"
+                              << "d.hex";
+    }
+    void fileNameFromPath() {
+        QFETCH(QString, path);
+        QFETCH(QString, name);
+        QCOMPARE(AppController::getFileNameFromPath(path), name);
+    }
+
+    // Save refuses the files the program lives on, and asks before the scratch image.
+    void saveRefusals_data() {
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<QList<QMessageBox::StandardButton>>("answers");
+        QTest::addColumn<QString>("error");
+        QTest::addColumn<bool>("written");
+        using B = QList<QMessageBox::StandardButton>;
+        QTest::newRow("default setup")
+            << "data/firmware/kx4/2025/4.01.kxhex" << B{} << ERROR_BADIDEA << false;
+        QTest::newRow("helper") << "data/serialup.exe" << B{} << ERROR_BADIDEA << false;
+        QTest::newRow("device file") << "data/device.txt" << B{} << ERROR_BADIDEA << false;
+        QTest::newRow("scratch, cancelled")
+            << "data/temp.hex" << B{QMessageBox::Cancel} << QString() << false;
+        QTest::newRow("scratch, confirmed")
+            << "data/temp.hex" << B{QMessageBox::Save} << QString() << true;
+        QTest::newRow("unwritable folder")
+            << "nowhere/x.hex" << B{} << ERROR_SAVEHEX.arg(QString()) << false;
+        QTest::newRow("new file") << "setups/mine.hex" << B{} << QString() << true;
+    }
+    void saveRefusals() {
+        QFETCH(QString, target);
+        QFETCH(QList<QMessageBox::StandardButton>, answers);
+        QFETCH(QString, error);
+        QFETCH(bool, written);
+        App app;
+        QVERIFY(app.controller.initialize());
+        const QByteArray before = digest(target);
+        app.prompts.saveNames << app.folder.path(target);
+        app.prompts.answers = answers;
+        app.controller.savePressed();
+        QCOMPARE(app.prompts.texts(TITLE_ERROR),
+                 error.isEmpty() ? QStringList() : QStringList{error});
+        QCOMPARE(digest(target) != before, written);
+        QCOMPARE(app.current()->getTitle(),
+                 written ? QFileInfo(target).fileName() : QStringLiteral("New Setup 1.hex"));
+        if (written) {
+            QCOMPARE(app.current()->getStatus(), STATUS_SAVED.arg(QFileInfo(target).fileName()));
+        }
+    }
+
+    // The version of a file to open: recorded and known, recorded and unknown, none.
+    void openAsksForUnknownVersions_data() {
+        QTest::addColumn<QString>("recorded");
+        QTest::addColumn<QString>("question");
+        QTest::addColumn<int>("choice");
+        QTest::addColumn<QString>("opened");
+        QTest::newRow("known") << "3.20" << QString() << -1 << "3.20";
+        QTest::newRow("unknown, chosen")
+            << "9.99" << MESSAGE_SELECT_VERSION_OPEN_MISMATCH.arg("9.99") << 1 << "3.20";
+        QTest::newRow("unknown, cancelled")
+            << "9.99" << MESSAGE_SELECT_VERSION_OPEN_MISMATCH.arg("9.99") << -1 << QString();
+        QTest::newRow("none recorded") << "" << MESSAGE_SELECT_VERSION_OPEN << 1 << "3.20";
+    }
+    void openAsksForUnknownVersions() {
+        QFETCH(QString, recorded);
+        QFETCH(QString, question);
+        QFETCH(int, choice);
+        QFETCH(QString, opened);
+        App app;
+        QVERIFY(app.controller.initialize());
+        sf::parser::HexParser image;
+        QVERIFY(image.loadHex(app.folder.path("data/firmware/kx3/3.20.kxhex"),
+                              sf::parser::PhantomNone, QIODevice::ReadOnly));
+        image.setFwVersion(recorded);
+        const QString path = app.folder.path("setups/in.hex");
+        QFile out(path);
+        QVERIFY(out.open(QIODevice::WriteOnly) && image.writeToDevice(&out, false, 16));
+        out.close();
+        app.prompts.openNames << path;
+        app.prompts.versionChoices << choice;
+        app.controller.openPressed();
+        QStringList asked;
+        for (const auto& shown : app.prompts.shown) {
+            if (!shown.text.isEmpty()) {
+                asked << shown.text;
+            }
+        }
+        QCOMPARE(asked, question.isEmpty() ? QStringList() : QStringList{question});
+        QCOMPARE(app.model.getFiles().size(), 1); // single-file mode replaces
+        QCOMPARE(app.current()->getFWVersion(), opened.isEmpty() ? QStringLiteral("4.01") : opened);
+        if (!opened.isEmpty()) {
+            QCOMPARE(app.current()->getTitle(), QStringLiteral("in.hex"));
+            QCOMPARE(app.current()->getStatus(), STATUS_OPENED.arg(path));
+            // Opening it again only brings it forward.
+            app.prompts.openNames << path;
+            app.controller.openPressed();
+            QCOMPARE(app.model.getFiles().size(), 1);
+        }
+    }
+
+    void openBrokenFile() {
+        App app;
+        QVERIFY(app.controller.initialize());
+        const QString path = app.folder.path("setups/broken.hex");
+        QFile out(path);
+        QVERIFY(out.open(QIODevice::WriteOnly));
+        out.write(":10000000ZZ\r\n");
+        out.close();
+        app.prompts.openNames << path;
+        app.prompts.versionChoices << 0;
+        app.controller.openPressed();
+        QVERIFY(app.prompts.texts(TITLE_ERROR)
+                    .contains(ERROR_OPENHEX.arg(QFileInfo(path).absoluteFilePath())) ||
+                app.prompts.texts(TITLE_ERROR).contains(ERROR_OPENHEX.arg(path)));
+        QCOMPARE(app.current()->getTitle(), QStringLiteral("New Setup 1.hex"));
+    }
+
+    void singleAndMultipleFiles() {
+        App app;
+        QVERIFY(app.controller.initialize());
+        app.prompts.versionChoices << 1; // 3.20
+        app.controller.newPressed();
+        QCOMPARE(app.model.getFiles().size(), 1);
+        QCOMPARE(app.current()->getTitle(), QStringLiteral("New Setup 2.hex"));
+        QCOMPARE(app.current()->getStatus(), STATUS_CREATED);
+
+        app.view.action("enableMultiple")->trigger();
+        QVERIFY(app.model.getMultipleEnabled());
+        app.prompts.versionChoices << 0 << 4;
+        app.controller.newPressed();
+        app.controller.newPressed();
+        QCOMPARE(app.view.tabCount(), 3);
+        QCOMPARE(app.model.getCurrentIndex(), 2);
+        QCOMPARE(app.current()->getFWVersion(), QStringLiteral("v306"));
+
+        // Leaving multiple-file mode asks; Cancel keeps everything, OK keeps the current.
+        app.prompts.answers << QMessageBox::Cancel << QMessageBox::Ok;
+        app.view.action("enableMultiple")->trigger();
+        QVERIFY(app.model.getMultipleEnabled());
+        QVERIFY(app.view.action("enableMultiple")->isChecked());
+        QCOMPARE(app.model.getFiles().size(), 3);
+        app.view.action("enableMultiple")->trigger();
+        QVERIFY(!app.model.getMultipleEnabled());
+        QCOMPARE(app.prompts.texts(TITLE_CLOSE_MULTIPLE), QStringList(2, MESSAGE_CLOSE_MULTIPLE));
+        QCOMPARE(app.model.getFiles().size(), 1);
+        QCOMPARE(app.current()->getFWVersion(), QStringLiteral("v306"));
+        QCOMPARE(app.view.tabCount(), 1);
+
+        // Closing the last file leaves nothing to save or write.
+        app.controller.closePressed(0);
+        QVERIFY(!app.model.getSaveEnabled() && !app.model.getWriteEnabled());
+        QVERIFY(app.model.getNewEnabled() && app.model.getReadEnabled());
+        QCOMPARE(app.view.tabCount(), 0);
+    }
+
+    void showProtectedReachesEveryFile() {
+        App app;
+        QVERIFY(app.controller.initialize());
+        app.view.action("showProtected")->trigger();
+        QVERIFY(app.model.getShowProtected());
+        QVERIFY(app.current()->showProtected());
+        app.view.action("enableMultiple")->trigger();
+        app.prompts.versionChoices << 1;
+        app.controller.newPressed();
+        QVERIFY(app.current()->showProtected());
+        app.view.action("showProtected")->trigger();
+        for (FileModel* f : app.model.getFiles()) {
+            QVERIFY(!static_cast<KXFileModel*>(f)->showProtected());
+        }
+    }
+
+    void undoRedoFromTheMenu() {
+        App app;
+        QVERIFY(app.controller.initialize());
+        sf::SettingManager* m = app.current()->manager();
+        const double before = m->getSettingData(CAPACITY, sf::RoleEdit).toDouble();
+        QVERIFY(!app.view.action("undo")->isEnabled());
+        QVERIFY(m->setSettingData(before + 1.0, CAPACITY));
+        QVERIFY(app.current()->isModified());
+        QVERIFY(app.view.action("undo")->isEnabled());
+        app.view.action("undo")->trigger();
+        QCOMPARE(m->getSettingData(CAPACITY, sf::RoleEdit).toDouble(), before);
+        QVERIFY(!app.view.action("undo")->isEnabled());
+        QVERIFY(app.view.action("redo")->isEnabled());
+        app.view.action("redo")->trigger();
+        QCOMPARE(m->getSettingData(CAPACITY, sf::RoleEdit).toDouble(), before + 1.0);
+    }
+
+    void removeAllFirmware_data() {
+        QTest::addColumn<QMessageBox::StandardButton>("answer");
+        QTest::newRow("no") << QMessageBox::No;
+        QTest::newRow("yes") << QMessageBox::Yes;
+    }
+    void removeAllFirmware() {
+        QFETCH(QMessageBox::StandardButton, answer);
+        App app;
+        QVERIFY(app.controller.initialize());
+        QFile history(FILE_FIRMWARE_LIST);
+        QVERIFY(history.open(QIODevice::WriteOnly));
+        history.close();
+        app.prompts.answers << answer;
+        app.controller.clearFirmwarePressed();
+        const bool yes = answer == QMessageBox::Yes;
+        QCOMPARE(app.model.getVersions().isEmpty(), yes);
+        QCOMPARE(QFileInfo::exists(FILE_FIRMWARE_LIST), !yes);
+        QCOMPARE(QDir(PATH_KXS).entryList(QDir::Files).isEmpty(), yes);
+        QVERIFY(QDir(PATH_FW + "kx3").exists()); // folders stay
+        QCOMPARE(app.prompts.titles().contains("Firmware Deleted Successfuly"), yes);
+        QVERIFY(QFileInfo::exists(PATH_AND_FILE_SUPL));
+    }
+
+    void helpAndAbout() {
+        App app;
+        QVERIFY(app.controller.initialize());
+        app.controller.aboutPressed();
+        QCOMPARE(app.prompts.dialogsRun, QStringList{TITLE_ABOUT});
+        QVERIFY(app.prompts.lastDialogText.contains(VERSION));
+        app.controller.helpPressed();
+        QVERIFY(app.prompts.shown.isEmpty());
+        QFile::remove(app.folder.path("data/help/4.01_help.html"));
+        app.controller.helpPressed();
+        QCOMPARE(app.prompts.texts("Could not find help file"),
+                 QStringList{"No help file found for this firmware version"});
+    }
+};
+
+QTEST_MAIN(TestAppController)
+#include "tst_appcontroller.moc"
