@@ -1,0 +1,108 @@
+// End to end through the real main window: open a sample setup from the File menu, edit
+// a cell with its editor, save with the keyboard, open the file again in a new window:
+// the value is there. Also the window's commands follow the model's states, and the
+// status bar shows the current file's status.
+#include "support/AppFixture.h"
+
+#include "app/Constants.h"
+#include "sf/SettingManager.h"
+#include "sf/SettingsTableModel.h"
+#include "sf/ui/SettingsTableView.h"
+#include "ui/KXFileModel.h"
+#include "ui/KXFileView.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QtTest>
+
+using testsupport::App;
+using namespace ui;
+
+namespace {
+
+// The table and cell that show a setting in the current tab.
+sf::ui::SettingsTableView* cellOf(App& app, const QString& codeName, QModelIndex* index) {
+    KXFileView* view = app.view.fileView(app.model.getCurrentIndex());
+    for (sf::ui::SettingsTableView* table : view->tables()) {
+        *index = app.current()->manager()->modelIndex(
+            static_cast<sf::SettingsTableModel*>(table->model()), codeName);
+        if (index->isValid()) {
+            view->jumpTo(*index);
+            return table;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+class TestAppView : public QObject {
+    Q_OBJECT
+private slots:
+    void openEditSaveReopen() {
+        const QString capacity = QStringLiteral("BattCapA");
+        QTemporaryDir keep;
+        const QString saved = keep.filePath(QStringLiteral("mine.hex"));
+        {
+            App app;
+            app.view.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&app.view));
+            QVERIFY(app.controller.initialize());
+            const QString sample = app.folder.path("setups/mine.hex");
+            QVERIFY(QFile::copy(app.folder.path("data/firmware/kx3/3.20.kxhex"), sample));
+            app.prompts.openNames << sample;
+            app.view.action("open")->trigger();
+            QCOMPARE(app.view.statusText(), STATUS_OPENED.arg(sample));
+            QCOMPARE(app.view.windowTitle(), TITLE_APP);
+
+            QModelIndex cell;
+            sf::ui::SettingsTableView* table = cellOf(app, capacity, &cell);
+            QVERIFY(table);
+            const QRect rect = table->visualRect(cell);
+            QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, rect.center());
+            QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, rect.center());
+            auto* edit = qobject_cast<QLineEdit*>(table->indexWidget(cell));
+            QVERIFY(edit);
+            edit->selectAll();
+            QTest::keyClicks(edit, QStringLiteral("27.25"));
+            QTest::keyClick(edit, Qt::Key_Return);
+            QVERIFY(app.current()->isModified());
+            QVERIFY(app.view.action("undo")->isEnabled());
+            // One edit, one step back.
+            app.view.action("undo")->trigger();
+            QVERIFY(!app.view.action("undo")->isEnabled());
+            app.view.action("redo")->trigger();
+
+            QTest::keySequence(&app.view, QKeySequence::Save);
+            QCOMPARE(app.prompts.texts(TITLE_ERROR), QStringList());
+            QVERIFY(!app.current()->isModified());
+            QCOMPARE(app.view.statusText(), STATUS_SAVED.arg("mine.hex"));
+            QVERIFY(QFile::copy(sample, saved));
+        }
+        App again;
+        QVERIFY(again.controller.initialize());
+        again.prompts.openNames << saved;
+        again.view.action("open")->trigger();
+        QCOMPARE(again.prompts.texts(TITLE_ERROR), QStringList());
+        QCOMPARE(again.current()->getTitle(), QStringLiteral("mine.hex"));
+        QCOMPARE(again.current()->manager()->getSettingData(capacity, sf::RoleEdit).toDouble(),
+                 27.25);
+    }
+
+    void commandsFollowTheModel() {
+        App app;
+        app.model.setReadEnabled(false);
+        QVERIFY(!app.view.action("read")->isEnabled());
+        app.model.setReadEnabled(true);
+        QVERIFY(app.view.action("read")->isEnabled());
+        app.model.setSaveEnabled(true);
+        QVERIFY(app.view.action("saveAs")->isEnabled() && app.view.action("close")->isEnabled());
+        app.model.setTitle(QStringLiteral("t"));
+        QCOMPARE(app.view.windowTitle(), QStringLiteral("t"));
+        // Until the firmware windows exist, their commands cannot be chosen.
+        QVERIFY(!app.view.action("updateFirmware")->isEnabled());
+    }
+};
+
+QTEST_MAIN(TestAppView)
+#include "tst_appview.moc"
