@@ -4,6 +4,10 @@
 //
 //   kx-shot -C DIR FILE -o IMAGE.png [--size WxH] [--search TEXT] [--select NAME]
 //           [--unfold NAME] [--protected]
+//   kx-shot -C DIR --window [FILE] -o IMAGE.png [--size WxH] [--select NAME]
+//           (the whole main window as the program starts in DIR)
+#include "WindowShot.h"
+
 #include "sf/SettingManager.h"
 #include "sf/SettingsTableModel.h"
 #include "sf/SetupFile.h"
@@ -25,6 +29,7 @@ int main(int argc, char** argv) {
     QString dir, file, output, search, select, unfold;
     QSize size(1280, 800);
     bool showProtected = false;
+    bool window = false;
     for (int i = 0; i < args.size(); ++i) {
         const QString& a = args.at(i);
         const bool more = i + 1 < args.size();
@@ -43,6 +48,8 @@ int main(int argc, char** argv) {
             size = QSize(wh.value(0).toInt(), wh.value(1).toInt());
         } else if (a == QLatin1String("--protected")) {
             showProtected = true;
+        } else if (a == QLatin1String("--window")) {
+            window = true;
         } else if (file.isEmpty() && !a.startsWith(QLatin1Char('-'))) {
             file = a;
         } else {
@@ -50,6 +57,15 @@ int main(int argc, char** argv) {
                                  "[--search TEXT] [--select NAME] [--unfold NAME] [--protected]\n");
             return 1;
         }
+    }
+    if (window && !output.isEmpty()) {
+        output = QFileInfo(output).absoluteFilePath();
+        file = file.isEmpty() ? file : QFileInfo(file).absoluteFilePath();
+        if (!dir.isEmpty() && !QDir::setCurrent(dir)) {
+            std::fprintf(stderr, "kx-shot: %s: no such folder\n", qPrintable(dir));
+            return 2;
+        }
+        return shootWindow(file, select, size, output);
     }
     if (file.isEmpty() || output.isEmpty()) {
         std::fprintf(stderr, "kx-shot: a file and -o IMAGE.png are needed\n");

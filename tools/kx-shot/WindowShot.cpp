@@ -1,0 +1,87 @@
+#include "WindowShot.h"
+
+#include "app/AppController.h"
+#include "app/AppModel.h"
+#include "app/Constants.h"
+#include "sf/SettingManager.h"
+#include "sf/SettingsTableModel.h"
+#include "ui/AppView.h"
+#include "ui/KXFileModel.h"
+#include "ui/KXFileView.h"
+#include "ui/Prompts.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QPixmap>
+
+#include <cstdio>
+
+namespace {
+
+// Nobody is there to answer: messages go to the error stream, questions are cancelled.
+class NoOne : public ui::Prompts {
+public:
+    void message(QMessageBox::Icon, const QString& title, const QString& text) override {
+        std::fprintf(stderr, "kx-shot: %s: %s\n", qPrintable(title), qPrintable(text));
+    }
+    QMessageBox::StandardButton ask(QMessageBox::Icon, const QString&, const QString&,
+                                    const QString&, QMessageBox::StandardButtons,
+                                    QMessageBox::StandardButton) override {
+        return QMessageBox::Cancel;
+    }
+    util::VersionContainer chooseVersion(const QList<util::VersionContainer>&, const QString&,
+                                         const QString&) override {
+        return {};
+    }
+    ui::PortAnswer choosePort(const QList<ui::PortEntry>&, int, const QString&,
+                              const QString&) override {
+        return {};
+    }
+    QString openFileName(const QString&, const QString&, const QString&) override { return {}; }
+    QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
+    void run(QDialog&) override {}
+};
+
+} // namespace
+
+int shootWindow(const QString& file, const QString& select, const QSize& size,
+                const QString& output) {
+    ui::AppView view;
+    ui::AppModel model;
+    ui::AppController controller;
+    NoOne prompts;
+    controller.setModel(&model);
+    controller.setView(&view);
+    controller.setPrompts(&prompts);
+    model.setTitle(ui::TITLE_APP);
+    view.resize(size);
+    view.show();
+    if (!controller.initialize()) {
+        return 2;
+    }
+    if (!file.isEmpty()) {
+        const QString name = ui::AppController::getFileNameFromPath(file);
+        ui::KXFileModel* opened = controller.open(file, file, name, false, {});
+        if (!opened) {
+            return 2;
+        }
+        model.setMultipleEnabled(true);
+        opened->setStatus(ui::STATUS_OPENED.arg(name));
+    }
+    if (!select.isEmpty()) {
+        ui::KXFileModel* current = controller.currentFile();
+        ui::KXFileView* tab = view.fileView(model.getCurrentIndex());
+        for (const auto& table : current->tables()) {
+            const QModelIndex index = current->manager()->modelIndex(table.get(), select);
+            if (index.isValid()) {
+                tab->jumpTo(index);
+            }
+        }
+    }
+    QApplication::processEvents();
+    if (!view.grab().save(output)) {
+        std::fprintf(stderr, "kx-shot: cannot write %s\n", qPrintable(output));
+        return 2;
+    }
+    return 0;
+}
