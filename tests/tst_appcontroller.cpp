@@ -253,7 +253,7 @@ private slots:
         QCOMPARE(app.model.getFiles().size(), 3);
         app.view.action("enableMultiple")->trigger();
         QVERIFY(!app.model.getMultipleEnabled());
-        QCOMPARE(app.prompts.texts(TITLE_CLOSE_MULTIPLE), QStringList(2, MESSAGE_CLOSE_MULTIPLE));
+        QCOMPARE(app.prompts.texts(TITLE_CLOSE_MULTIPLE), (QStringList{MESSAGE_CLOSE_MULTIPLE, MESSAGE_CLOSE_MULTIPLE}));
         QCOMPARE(app.model.getFiles().size(), 1);
         QCOMPARE(app.current()->getFWVersion(), QStringLiteral("v306"));
         QCOMPARE(app.view.tabCount(), 1);

@@ -4,6 +4,7 @@
 #include "app/AppModel.h"
 #include "app/Constants.h"
 #include "ui/AppView.h"
+#include "ui/FirstPaint.h"
 
 #include <QApplication>
 
@@ -17,6 +18,7 @@ int main(int argc, char** argv) {
     controller.setModel(&model);
     controller.setView(&view);
     model.setTitle(ui::TITLE_APP);
+    ui::FirstPaint::watchIfAsked(&view);
     view.show();
     if (!controller.initialize()) {
         return 1;

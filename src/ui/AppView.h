@@ -4,6 +4,7 @@
 // ...Pressed signals and shows what the application model says; it decides nothing.
 #include <QKeySequence>
 #include <QMainWindow>
+#include <QMap>
 
 class QAction;
 class QLabel;

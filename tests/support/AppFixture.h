@@ -10,6 +10,10 @@
 
 #include <QTemporaryDir>
 
+// Qt 5 asks for the answers of the message boxes to be declared before data tables hold
+// them.
+Q_DECLARE_METATYPE(QMessageBox::StandardButton)
+
 namespace testsupport {
 
 // Answers the application's questions from queues and records everything it shows.
