@@ -20,9 +20,10 @@ namespace ui {
 
 namespace {
 
-// A theme icon with one of the style's own as the fallback.
-QIcon themed(const QStyle* style, const QString& name) {
-    static const QMap<QString, QStyle::StandardPixmap> fallback{
+// The style's own icons: always there, the same on every desktop, and quick to load
+// (a search through the icon themes costs a noticeable part of the start-up).
+QIcon standardIcon(const QStyle* style, const QString& name) {
+    static const QMap<QString, QStyle::StandardPixmap> icons{
         {QStringLiteral("document-new"), QStyle::SP_FileIcon},
         {QStringLiteral("document-open"), QStyle::SP_DialogOpenButton},
         {QStringLiteral("document-save"), QStyle::SP_DialogSaveButton},
@@ -32,8 +33,7 @@ QIcon themed(const QStyle* style, const QString& name) {
         {QStringLiteral("edit-redo"), QStyle::SP_ArrowForward},
         {QStringLiteral("help-contents"), QStyle::SP_DialogHelpButton},
     };
-    return QIcon::fromTheme(
-        name, fallback.contains(name) ? style->standardIcon(fallback.value(name)) : QIcon());
+    return icons.contains(name) ? style->standardIcon(icons.value(name)) : QIcon();
 }
 
 } // namespace
@@ -75,7 +75,7 @@ QAction* AppView::command(const QString& name, const QString& text, const QStrin
     auto* act = new QAction(text, this);
     act->setShortcut(shortcut);
     if (!icon.isEmpty()) {
-        act->setIcon(themed(style(), icon));
+        act->setIcon(standardIcon(style(), icon));
     }
     act->setObjectName(name);
     connect(act, &QAction::triggered, this, signal);
