@@ -10,6 +10,7 @@
 #include "sf/ui/SettingsTableView.h"
 #include "ui/KXFileModel.h"
 #include "ui/KXFileView.h"
+#include "util/Uploader.h"
 
 #include <QAction>
 #include <QLineEdit>
@@ -87,6 +88,18 @@ private slots:
         QCOMPARE(again.current()->getTitle(), QStringLiteral("mine.hex"));
         QCOMPARE(again.current()->manager()->getSettingData(capacity, sf::RoleEdit).toDouble(),
                  27.25);
+    }
+
+    // The port scan waits for the window's first paint, and is done before anyone can ask.
+    void portsListedOnceTheWindowPainted() {
+        qputenv(util::Uploader::EXTRA_PORTS_VARIABLE, "/dev/kx-test-port");
+        App app;
+        QVERIFY(app.controller.initialize());
+        QVERIFY(app.controller.uploader().getComList().isEmpty());
+        app.view.show();
+        QTRY_VERIFY(app.view.hasPainted());
+        QTRY_VERIFY(app.controller.uploader().getComList().contains("/dev/kx-test-port"));
+        qunsetenv(util::Uploader::EXTRA_PORTS_VARIABLE);
     }
 
     void commandsFollowTheModel() {

@@ -164,7 +164,14 @@ bool AppController::initialize() {
         scratch.close();
     }
     if (available) {
-        supl->findComPorts();
+        // Scanning the serial ports takes longer than everything else before the window
+        // first paints, so a window that has not painted yet has it done right after (the
+        // window paints for the first time only once).
+        if (view && !view->hasPainted()) {
+            connect(view, &AppView::firstPainted, supl, [this] { supl->findComPorts(); });
+        } else {
+            supl->findComPorts();
+        }
     }
     return true;
 }

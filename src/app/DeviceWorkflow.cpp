@@ -38,6 +38,9 @@ DeviceWorkflow::~DeviceWorkflow() {
 bool DeviceWorkflow::promptForCom(const QString& title) {
     util::Uploader& supl = c.uploader();
     AppModel& model = *c.getModel();
+    if (supl.getComList().isEmpty()) {
+        supl.findComPorts(); // the scan after start-up has not run yet
+    }
     for (;;) {
         const PortAnswer answer = c.prompts().choosePort(
             util::describePorts(supl.getComList()), supl.getComIndex(), model.getLastPort(), title);

@@ -32,6 +32,9 @@ public:
 
     // The commands, by the name of their signal without "Pressed" ("open", "save", ...).
     QAction* action(const QString& name) const;
+    // Whether the window has painted yet: work that can wait (icons, the port scan) is
+    // done after its first paint, so that the window appears sooner.
+    bool hasPainted() const { return m_painted; }
 
 signals:
     void newPressed();
@@ -54,14 +57,18 @@ signals:
     void clearFirmwarePressed();
     void indexChanged(int index);
     void settingTip(const QString& tip);
+    // The first paint of the window is done.
+    void firstPainted();
 
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
     QAction* command(const QString& name, const QString& text, const QString& icon,
                      void (AppView::*signal)(), const QKeySequence& shortcut = {});
     void buildMenus();
+    void loadIcons();
     void bindModel();
     void fileRemoved(FileModel* file);
     void currentChanged(int index);
@@ -74,6 +81,7 @@ private:
     QMap<QString, QAction*> m_actions;
     QList<QMetaObject::Connection> m_modelConnections;
     QMetaObject::Connection m_statusConnection;
+    bool m_painted = false;
 };
 
 } // namespace ui

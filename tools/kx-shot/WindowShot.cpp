@@ -78,7 +78,10 @@ int shootWindow(const QString& file, const QString& select, const QSize& size,
             }
         }
     }
-    QApplication::processEvents();
+    // The first paint, then what the window does after it (its icons).
+    for (int pass = 0; pass < 3; ++pass) {
+        QApplication::processEvents();
+    }
     if (!view.grab().save(output)) {
         std::fprintf(stderr, "kx-shot: cannot write %s\n", qPrintable(output));
         return 2;

@@ -183,9 +183,49 @@ PlainHeader::PlainHeader(QWidget* parent) : QHeaderView(Qt::Vertical, parent) {
     setHighlightSections(false);
 }
 
+void PlainHeader::setModel(QAbstractItemModel* model) {
+    if (this->model()) {
+        disconnect(this->model(), nullptr, this, nullptr);
+    }
+    QHeaderView::setModel(model);
+    m_width = -1;
+    if (!model) {
+        return;
+    }
+    const auto forget = [this] { m_width = -1; };
+    connect(model, &QAbstractItemModel::headerDataChanged, this, forget);
+    connect(model, &QAbstractItemModel::modelReset, this, forget);
+    connect(model, &QAbstractItemModel::layoutChanged, this, forget);
+    connect(model, &QAbstractItemModel::rowsInserted, this, forget);
+    connect(model, &QAbstractItemModel::rowsRemoved, this, forget);
+}
+
+int PlainHeader::checkWidth() const {
+    return style()->pixelMetric(QStyle::PM_IndicatorWidth) + 3 * CHECK_MARGIN;
+}
+
+QSize PlainHeader::sizeHint() const {
+    if (orientation() != Qt::Vertical || !model()) {
+        return QHeaderView::sizeHint();
+    }
+    if (m_width < 0) {
+        int widest = 0;
+        for (int row = 0; row < count(); ++row) {
+            const QVariant font = model()->headerData(row, Qt::Vertical, Qt::FontRole);
+            const QFontMetrics metrics(font.isValid() ? font.value<QFont>() : this->font());
+            widest =
+                qMax(widest,
+                     metrics.horizontalAdvance(model()->headerData(row, Qt::Vertical).toString()));
+        }
+        m_width = widest + 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this) +
+                  checkWidth() + 4 * CHECK_MARGIN;
+    }
+    return QSize(m_width, defaultSectionSize());
+}
+
 QSize PlainHeader::sectionSizeFromContents(int logicalIndex) const {
     QSize size = QHeaderView::sectionSizeFromContents(logicalIndex);
-    size.rwidth() += style()->pixelMetric(QStyle::PM_IndicatorWidth) + 3 * CHECK_MARGIN;
+    size.rwidth() += checkWidth();
     return size;
 }
 

@@ -73,6 +73,11 @@ class PlainHeader : public QHeaderView {
     Q_OBJECT
 public:
     explicit PlainHeader(QWidget* parent = nullptr);
+    void setModel(QAbstractItemModel* model) override;
+    // A row header is as wide as its widest setting name, measured once per change of
+    // the rows (the style's measure of every section is the costly part of opening a
+    // file).
+    QSize sizeHint() const override;
 
 signals:
     void rowToggled(int row);
@@ -81,6 +86,10 @@ protected:
     void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
     void mousePressEvent(QMouseEvent* event) override;
     QSize sectionSizeFromContents(int logicalIndex) const override;
+
+private:
+    int checkWidth() const;
+    mutable int m_width = -1;
 };
 
 } // namespace sf::ui
