@@ -67,6 +67,7 @@ private slots:
             edit->selectAll();
             QTest::keyClicks(edit, QStringLiteral("27.25"));
             QTest::keyClick(edit, Qt::Key_Return);
+            QCoreApplication::processEvents(); // the editor closes
             QVERIFY(app.current()->isModified());
             QVERIFY(app.view.action("undo")->isEnabled());
             // One edit, one step back.

@@ -53,7 +53,14 @@ QWidget* NumDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
     validator->setLocale(QLocale::c());
     edit->setValidator(validator);
     auto* self = const_cast<NumDelegate*>(this);
-    connect(edit, &QLineEdit::editingFinished, self, [self, edit] { self->commit(edit); });
+    // Editing ends with Return and again when the closing editor loses the focus: only
+    // a text the user changed since the last commit is committed.
+    connect(edit, &QLineEdit::editingFinished, self, [self, edit] {
+        if (edit->isModified()) {
+            edit->setModified(false);
+            self->commit(edit);
+        }
+    });
     return edit;
 }
 
