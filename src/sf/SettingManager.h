@@ -324,6 +324,25 @@ public:
     // code name or base code name. Returns the number of categories.
     int setPresetsByName(Setting* counter);
 
+    // ---- Carrying settings across firmware versions
+    // A conversion for a setting whose meaning changed between layouts: (key, the old
+    // settings, the new ones), true when it set the new value.
+    using Transform = std::function<bool(const QString&, const SettingManager&, SettingManager&)>;
+    using TransformTable = QHash<QString, Transform>;
+    // What a merge did with each setting of the new layout (bits as NAME[k]).
+    struct MergeReport {
+        QStringList kept;      // copied from the old settings
+        QStringList converted; // set by a conversion (the transform keys)
+        QStringList defaults;  // left at the new firmware's defaults
+    };
+    // Copies into these settings (a firmware's defaults) every value of old that has a
+    // counterpart: bits matched by label, other settings by help identifier (WSI), never
+    // by code name or address; keys in transforms are computed by their conversion.
+    // Settings without a counterpart keep their defaults and are counted in missing
+    // (by display name, or the WSI or bit label between backticks).
+    bool mergeSettings(const SettingManager& old, const TransformTable& transforms,
+                       QHash<QString, int>& missing, MergeReport* report = nullptr);
+
     // Nominal cell voltage (volts) by battery chemistry, in table order. "LiPo" 3.6 while
     // "RCLiPo" 3.7 is intended.
     static const QVector<QPair<QString, double>>& getNominalCellVoltages();

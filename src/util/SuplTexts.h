@@ -35,6 +35,54 @@ inline const QString MSG_SUPL_SEARCH_WAIT_1 = QStringLiteral("Trying version com
 inline const QString MSG_SUPL_DEVICE_REPORTED =
     QStringLiteral("Retrieved version number during KX entry procedure:");
 
+// The helper's other failures, each a text it prints.
+inline const QString MSG_SUPL_ERROR_DEBUG_WRITE = QStringLiteral("failed to make debug file!");
+inline const QString MSG_SUPL_ERROR_INPUT_FILENAME =
+    QStringLiteral("Please enter a valid input filename!");
+inline const QString MSG_SUPL_ERROR_BOOTLOADER_VERSION_0 =
+    QStringLiteral("Please specify -B version in hex");
+inline const QString MSG_SUPL_ERROR_BOOTLOADER_VERSION_1 =
+    QStringLiteral("but could not load profile for this version");
+inline const QString MSG_SUPL_ERROR_BOOTLOADER_VERSION_2 =
+    QStringLiteral("Could not find device profile matching specified");
+inline const QString MSG_SUPL_ERROR_SERIAL_PORT_OPEN =
+    QStringLiteral("cannot be opened. Aborting...");
+inline const QString MSG_SUPL_ERROR_SEARCH_TIMEOUT =
+    QStringLiteral("Did not succeed in KX entry procedure");
+inline const QString MSG_SUPL_ERROR_DEVICE_FILE =
+    QStringLiteral("Could not find device profile matching");
+inline const QString MSG_SUPL_ERROR_ARGUMENT = QStringLiteral("Incorrect usage:");
+inline const QString MSG_SUPL_ERROR_PORT_NAME =
+    QStringLiteral("Please specify a serial port, with ");
+inline const QString MSG_SUPL_ERROR_DEBUG_SERIAL_FILE =
+    QStringLiteral("Could not open serial output file!");
+inline const QString MSG_SUPL_ERROR_FILE_WRITE_ERROR_0 = QStringLiteral("Error writing to ");
+inline const QString MSG_SUPL_ERROR_FILE_WRITE_ERROR_1 =
+    QStringLiteral("Could not open file to read data into");
+inline const QString MSG_SUPL_ERROR_HEX_LOAD_0 = QStringLiteral("Could not process firmware file");
+inline const QString MSG_SUPL_ERROR_HEX_LOAD_1 = QStringLiteral("Verification failure!");
+inline const QString MSG_SUPL_ERROR_HEX_LOAD_2 = QStringLiteral("Row verify failure at address");
+inline const QString MSG_SUPL_WARN_TRUNCATED_HIGH =
+    QStringLiteral("Hex file defines memory unreachable. Truncating at address ");
+inline const QString MSG_SUPL_WARN_TRUNCATED_LOW =
+    QStringLiteral("Truncating lower range limit to lower range of writable flash");
+inline const QString MSG_SUPL_WARN_TOO_MUCH_DATA =
+    QStringLiteral("This file specifies more data than the current device can hold. The "
+                   "firmware may not behave as expected.");
+inline const QString MSG_SUPL_ERROR_NO_FILE_NAME = QStringLiteral("No file name specified");
+// The helper's complaints about the file it was given.
+inline const QStringList MSG_SUPL_ERRORS_INPUT_FILE{
+    QStringLiteral("FLASH data range exceeded,"),
+    QStringLiteral("Failed to open file!"),
+    QStringLiteral("EEPROM data range exceeded,"),
+    QStringLiteral("Line at address  %x rejected"),
+    QStringLiteral("No end of file reached?"),
+    QStringLiteral("could not read high address high byte?"),
+    QStringLiteral("could not read high address low byte?"),
+    QStringLiteral("Byte conv error?!"),
+    QStringLiteral("Byte conv error on checksum?!")};
+inline const QString MSG_SUPL_ERROR_DEVICE_SIZE = QStringLiteral("size cannot be 0!");
+
 // The helper's communication failures.
 inline const QString MSG_SUPL_ERROR_COMM_0 = QStringLiteral("Failed to read memory");
 inline const QString MSG_SUPL_ERROR_COMM_1 = QStringLiteral("Failed to write memory");

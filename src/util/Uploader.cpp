@@ -30,48 +30,31 @@ struct ErrorRow {
 
 const QList<ErrorRow>& errorRows() {
     static const QList<ErrorRow> rows{
-        {{QStringLiteral("failed to make debug file!")}, ERROR_DEBUG_WRITE, &MSG_ERROR_MISC},
-        {{QStringLiteral("Please enter a valid input filename!")}, ERROR_COMM, &MSG_ERROR_COMM},
-        {{QStringLiteral("Please specify -B version in hex"),
-          QStringLiteral("but could not load profile for this version"),
-          QStringLiteral("Could not find device profile matching specified")},
+        {{MSG_SUPL_ERROR_DEBUG_WRITE}, ERROR_DEBUG_WRITE, &MSG_ERROR_MISC},
+        {{MSG_SUPL_ERROR_INPUT_FILENAME}, ERROR_COMM, &MSG_ERROR_COMM},
+        {{MSG_SUPL_ERROR_BOOTLOADER_VERSION_0, MSG_SUPL_ERROR_BOOTLOADER_VERSION_1,
+          MSG_SUPL_ERROR_BOOTLOADER_VERSION_2},
          ERROR_COMM,
          &MSG_ERROR_COMM},
-        {{QStringLiteral("cannot be opened. Aborting...")}, ERROR_COMM, &MSG_ERROR_COMM},
-        {{QStringLiteral("Did not succeed in KX entry procedure")},
-         ERROR_SEARCH_TIMEOUT,
-         &MSG_ERROR_COMM},
-        {{QStringLiteral("Could not find device profile matching")}, ERROR_COMM, &MSG_ERROR_COMM},
-        {{QStringLiteral("Incorrect usage:")}, ERROR_COMM, &MSG_ERROR_COMM},
-        {{QStringLiteral("Please specify a serial port, with ")}, ERROR_COMM, &MSG_ERROR_COMM},
-        {{QStringLiteral("Could not open serial output file!")},
-         ERROR_DEBUG_SERIAL_FILE,
-         &MSG_ERROR_MISC},
-        {{QStringLiteral("Error writing to "),
-          QStringLiteral("Could not open file to read data into")},
+        {{MSG_SUPL_ERROR_SERIAL_PORT_OPEN}, ERROR_COMM, &MSG_ERROR_COMM},
+        {{MSG_SUPL_ERROR_SEARCH_TIMEOUT}, ERROR_SEARCH_TIMEOUT, &MSG_ERROR_COMM},
+        {{MSG_SUPL_ERROR_DEVICE_FILE}, ERROR_COMM, &MSG_ERROR_COMM},
+        {{MSG_SUPL_ERROR_ARGUMENT}, ERROR_COMM, &MSG_ERROR_COMM},
+        {{MSG_SUPL_ERROR_PORT_NAME}, ERROR_COMM, &MSG_ERROR_COMM},
+        {{MSG_SUPL_ERROR_DEBUG_SERIAL_FILE}, ERROR_DEBUG_SERIAL_FILE, &MSG_ERROR_MISC},
+        {{MSG_SUPL_ERROR_FILE_WRITE_ERROR_0, MSG_SUPL_ERROR_FILE_WRITE_ERROR_1},
          ERROR_FILE_WRITE,
          &MSG_ERROR_READ},
-        {{QStringLiteral("Could not process firmware file"),
-          QStringLiteral("Verification failure!"), QStringLiteral("Row verify failure at address")},
+        {{MSG_SUPL_ERROR_HEX_LOAD_0, MSG_SUPL_ERROR_HEX_LOAD_1, MSG_SUPL_ERROR_HEX_LOAD_2},
          ERROR_HEX,
          &MSG_ERROR_WRITE},
-        {{QStringLiteral("Hex file defines memory unreachable. Truncating at address "),
-          QStringLiteral("Truncating lower range limit to lower range of writable flash"),
-          QStringLiteral("This file specifies more data than the current device can hold. The "
-                         "firmware may not behave as expected.")},
+        {{MSG_SUPL_WARN_TRUNCATED_HIGH, MSG_SUPL_WARN_TRUNCATED_LOW, MSG_SUPL_WARN_TOO_MUCH_DATA},
          ERROR_HEX,
          &MSG_ERROR_WRITE},
         {MSG_SUPL_ERRORS_COMM, ERROR_COMM, &MSG_ERROR_COMM},
-        {{QStringLiteral("No file name specified")}, ERROR_HEX, &MSG_ERROR_WRITE},
-        {{QStringLiteral("FLASH data range exceeded,"), QStringLiteral("Failed to open file!"),
-          QStringLiteral("EEPROM data range exceeded,"),
-          QStringLiteral("Line at address  %x rejected"), QStringLiteral("No end of file reached?"),
-          QStringLiteral("could not read high address high byte?"),
-          QStringLiteral("could not read high address low byte?"),
-          QStringLiteral("Byte conv error?!"), QStringLiteral("Byte conv error on checksum?!")},
-         ERROR_HEX,
-         &MSG_ERROR_WRITE},
-        {{QStringLiteral("size cannot be 0!")}, ERROR_COMM, &MSG_ERROR_COMM}};
+        {{MSG_SUPL_ERROR_NO_FILE_NAME}, ERROR_HEX, &MSG_ERROR_WRITE},
+        {MSG_SUPL_ERRORS_INPUT_FILE, ERROR_HEX, &MSG_ERROR_WRITE},
+        {{MSG_SUPL_ERROR_DEVICE_SIZE}, ERROR_COMM, &MSG_ERROR_COMM}};
     return rows;
 }
 
@@ -232,7 +215,8 @@ bool Uploader::waitForMessage(int timeoutMs, const QStringList& args, SuplMessag
         emit suplError(MSG_ERROR_NO_SUPL);
         return false;
     }
-    qDebug().noquote().nospace() << "Starting " << program << " with args " << args.join(QLatin1Char(' '));
+    qDebug().noquote().nospace() << "Starting " << program << " with args "
+                                 << args.join(QLatin1Char(' '));
     process->start(program, args, QIODevice::ReadWrite);
     timer.start();
     while (timer.isActive()) {

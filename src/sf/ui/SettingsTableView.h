@@ -40,11 +40,14 @@ public:
     bool editorsActive() const { return m_editorsActive; }
     void openEditorsInRows(int first, int last);
 
+    // The view's own ways to start editing stay callable beside the signal below.
+    using QTableView::edit;
+
 public slots:
     // Opens an editor in every cell whose delegate keeps one open.
     void loadEditors();
-    // Fills every open editor again from the model.
-    void updateEditorData();
+    // Fills every open editor again from the model (also when the view itself asks).
+    void updateEditorData() override;
     void updateAllVisible();
     // Fits the table's height to its rows, so that a page of tables scrolls as one.
     void recomputeSize();
