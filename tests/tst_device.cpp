@@ -129,6 +129,42 @@ private slots:
         }
     }
 
+    // The firmware update without a window: the instrument's settings read, carried into
+    // the new version and flashed with it, or the new defaults; refusals flash nothing.
+    void update_data() { testsupport::loadTable(QStringLiteral("device-update.txt")); }
+
+    void update() {
+        QFETCH(QString, running);
+        QFETCH(QStringList, set);
+        QFETCH(QString, to);
+        QFETCH(QStringList, options);
+        QFETCH(QStringList, faults);
+        QFETCH(int, exitCode);
+        QFETCH(QString, printed);
+        QFETCH(QStringList, after);
+        QTemporaryDir tmp;
+        const QString state = tmp.filePath(QStringLiteral("state.hex"));
+        const QString firmware = runtimeDir() + QStringLiteral("/data/firmware/") + running;
+        Simulator sim(firmware, state, faults);
+        QVERIFY(!sim.port().isEmpty());
+        if (!set.isEmpty()) {
+            const QString start = tmp.filePath(QStringLiteral("start.hex"));
+            QCOMPARE(cli(QStringList{QStringLiteral("set"), firmware, QStringLiteral("-o"), start,
+                                     QStringLiteral("-q")} +
+                         set)
+                         .exitCode,
+                     0);
+            QCOMPARE(device(QStringLiteral("write"), sim.port(), {start}).exitCode, 0);
+        }
+        const CliResult r = device(QStringLiteral("flash"), sim.port(), QStringList{to} + options);
+        QCOMPARE(r.exitCode, exitCode);
+        QVERIFY2((r.out + r.err).contains(printed), qPrintable(r.out + r.err));
+        for (const QString& check : after) {
+            const CliResult value = cli({QStringLiteral("get"), state, check.section('=', 0, 0)});
+            QCOMPARE(value.out.trimmed(), check.section('=', 1));
+        }
+    }
+
     void faults_data() { testsupport::loadTable(QStringLiteral("device-faults.txt")); }
 
     void faults() {

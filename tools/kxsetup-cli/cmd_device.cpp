@@ -4,6 +4,7 @@
 #include "Problems.h"
 
 #include "app/Constants.h"
+#include "firmware/FirmwareUpdate.h"
 #include "sf/SetupFile.h"
 #include "sf/parser/HexParser.h"
 #include "util/KXCommunicator.h"
@@ -12,6 +13,7 @@
 #include "util/VersionCatalogue.h"
 #include "util/VersionParser.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -229,9 +231,93 @@ int runWrite(cli::Context& ctx, const QString& port) {
     return cli::ExitOk;
 }
 
+// The firmware update without a window: keeps the instrument's settings (read, backed up
+// and carried into the new version) unless told to reset them, flashes, and checks that
+// the instrument answers with the new version.
+int runFlash(cli::Context& ctx, const QString& port) {
+    const bool reset = cli::takeFlag(ctx.args, QStringLiteral("--reset-settings"));
+    if (ctx.args.size() != 1) {
+        return cli::usageError(ctx, Cmd, QStringLiteral("device flash needs one firmware version"));
+    }
+    util::VersionContainer target;
+    QString error;
+    if (!sf::SetupFile::catalogueVersion(ctx.args.first(), &target, &error)) {
+        return cli::inputError(ctx, ctx.args.first(), error);
+    }
+    firmware::FirmwareUpdate update;
+    QObject::connect(&update, &firmware::FirmwareUpdate::log, [&ctx](const QString& text) {
+        const QString line = text.trimmed();
+        if (!line.isEmpty()) {
+            ctx.err << line << "\n";
+            ctx.err.flush();
+        }
+    });
+    QObject::connect(&update, &firmware::FirmwareUpdate::progressLine,
+                     [&ctx](const QString& text) { ctx.err << text << "\r"; });
+    sf::SetupFile old;
+    if (!reset) {
+        const QString enq = update.detectVersion(port);
+        if (enq.isEmpty()) {
+            return cli::inputError(ctx, port,
+                                   QStringLiteral("the instrument does not answer the version "
+                                                  "query.\n") +
+                                       ui::MESSAGE_UPDATE_VERSION_NONE.trimmed());
+        }
+        const QList<util::VersionContainer> versions = catalogue();
+        const util::VersionContainer* current = byEnq(versions, enq);
+        if (!current) {
+            return cli::inputError(
+                ctx, port,
+                QStringLiteral("the instrument runs \"%1\", which is not in the catalogue; its "
+                               "settings cannot be carried across (--reset-settings flashes "
+                               "with the new defaults)")
+                    .arg(enq));
+        }
+        Transfer transfer(ctx, port);
+        if (!transfer.uploader.readSettings(ui::FILE_TEMP, true) ||
+            old.open(QFileInfo(ui::PATH_DATA + ui::FILE_TEMP).absoluteFilePath(), *current) < 0) {
+            return cli::inputError(ctx, port,
+                                   QStringLiteral("reading the settings failed; nothing flashed"));
+        }
+        const QString backup = firmware::FirmwareUpdate::backupPath(current->fwVersion);
+        QDir().mkpath(ui::PATH_BACKUPS);
+        if (!old.saveTo(backup, &error)) {
+            return cli::inputError(ctx, backup, error + QStringLiteral("; nothing flashed"));
+        }
+        ctx.err << "settings of " << current->fwVersion << " kept in "
+                << QFileInfo(backup).absoluteFilePath() << "\n";
+    }
+    const QString image =
+        QFileInfo(ui::PATH_DATA + QStringLiteral("update.kxhex")).absoluteFilePath();
+    firmware::Migration migration;
+    if (!firmware::FirmwareUpdate::prepareImage(target, reset ? nullptr : &old.manager(), image,
+                                                &migration, &error)) {
+        return cli::inputError(ctx, target.mapFilePath, error);
+    }
+    if (!reset) {
+        ctx.err << migration.report.kept.size() << " settings kept, "
+                << migration.report.converted.size() << " converted, "
+                << migration.report.defaults.size() << " at the new defaults\n";
+    }
+    const bool flashed = update.flash(port, image);
+    QFile::remove(image);
+    ctx.err << "\n";
+    if (!flashed) {
+        return cli::inputError(ctx, port, QStringLiteral("flashing failed"));
+    }
+    if (!update.verify(port, target)) {
+        return cli::inputError(ctx, port,
+                               QStringLiteral("flashed, but the instrument does not answer as %1")
+                                   .arg(target.fwVersion));
+    }
+    ctx.out << "flashed " << target.fwVersion << "\n";
+    return cli::ExitOk;
+}
+
 int runDevice(cli::Context& ctx) {
     if (ctx.args.isEmpty()) {
-        return cli::usageError(ctx, Cmd, QStringLiteral("give ports, enq, read, write or reset"));
+        return cli::usageError(ctx, Cmd,
+                               QStringLiteral("give ports, enq, read, write, flash or reset"));
     }
     const QString what = ctx.args.takeFirst();
     if (what == QLatin1String("ports")) {
@@ -254,6 +340,9 @@ int runDevice(cli::Context& ctx) {
     if (what == QLatin1String("write")) {
         return runWrite(ctx, port);
     }
+    if (what == QLatin1String("flash")) {
+        return runFlash(ctx, port);
+    }
     if (what == QLatin1String("reset") && ctx.args.isEmpty()) {
         Transfer transfer(ctx, port);
         return transfer.uploader.reset()
@@ -266,7 +355,8 @@ int runDevice(cli::Context& ctx) {
 cli::Registrar
     reg({Cmd,
          QStringLiteral("device ports [--json] | enq --port PATH [--attempts N] | read --port "
-                        "PATH -o FILE | write --port PATH FILE | reset --port PATH"),
+                        "PATH -o FILE | write --port PATH FILE | flash --port PATH FW "
+                        "[--reset-settings] | reset --port PATH"),
          QStringLiteral("Read, write and reset the instrument on a serial port"), runDevice});
 
 } // namespace

@@ -1,0 +1,94 @@
+#include "firmware/FirmwareUpdate.h"
+
+#include "app/Constants.h"
+#include "firmware/Bootloader.h"
+#include "firmware/FlashImage.h"
+#include "sf/SetupFile.h"
+#include "util/KXCommunicator.h"
+
+#include <QDateTime>
+#include <QEventLoop>
+#include <QFile>
+#include <QFileInfo>
+#include <QTimer>
+
+namespace firmware {
+
+FirmwareUpdate::FirmwareUpdate(QObject* parent) : QObject(parent) {}
+
+QString FirmwareUpdate::detectVersion(const QString& port) {
+    util::KXCommunicator communicator;
+    return communicator.getParsedENQVersion(port, ENQ_ATTEMPTS);
+}
+
+bool FirmwareUpdate::prepareImage(const util::VersionContainer& target,
+                                  const sf::SettingManager* old, const QString& imagePath,
+                                  Migration* migration, QString* error) {
+    sf::SetupFile image;
+    if (image.open(target.mapFilePath, target) < 0) {
+        *error = QStringLiteral("the firmware file \"%1\" cannot be read").arg(target.mapFilePath);
+        return false;
+    }
+    if (old) {
+        Migration m = migrateSettings(*old, image.manager());
+        if (migration) {
+            *migration = std::move(m);
+        }
+    }
+    // The settings alone first (at their layout addresses), then placed into the
+    // firmware's settings region.
+    const QString settings = imagePath + QStringLiteral(".settings.hex");
+    const bool built = image.saveTo(settings, error) &&
+                       buildFlashImage(target.mapFilePath, settings, imagePath, error);
+    QFile::remove(settings);
+    return built;
+}
+
+bool FirmwareUpdate::flash(const QString& port, const QString& image, int timeoutMs) {
+    bootloader driver;
+    connect(&driver, &bootloader::textreadysig, this, &FirmwareUpdate::log);
+    connect(&driver, &bootloader::textupdatesig, this, &FirmwareUpdate::progressLine);
+    connect(&driver, &bootloader::changecolour, this, &FirmwareUpdate::colour);
+    bool failed = false;
+    bool done = false;
+    connect(&driver, &bootloader::changecolour, this,
+            [&failed](const QColor& c) { failed = failed || c == bootloader::RED; });
+    connect(&driver, &bootloader::fw_update_done, this, [&done] { done = true; });
+
+    QEventLoop loop;
+    QTimer limit;
+    limit.setSingleShot(true);
+    connect(&limit, &QTimer::timeout, &loop, &QEventLoop::quit);
+    connect(&driver, &bootloader::supl_closed, &loop, &QEventLoop::quit);
+    limit.start(timeoutMs);
+
+    driver.changeserial(port);
+    driver.filepathupdate(image);
+    driver.search();
+    loop.exec();
+    if (failed || driver.getIdentification().isEmpty() || !limit.isActive()) {
+        driver.stop();
+        if (!limit.isActive()) {
+            emit log(QStringLiteral("\nThe instrument did not answer in time.\n"));
+            emit colour(bootloader::RED);
+        }
+        return false;
+    }
+    driver.update_firmware();
+    loop.exec();
+    driver.stop();
+    return done && !failed && limit.isActive();
+}
+
+bool FirmwareUpdate::verify(const QString& port, const util::VersionContainer& target) {
+    const QString answer = detectVersion(port);
+    return !answer.isEmpty() && answer == target.enqString;
+}
+
+QString FirmwareUpdate::backupPath(const QString& version) {
+    return ui::PATH_BACKUPS + QStringLiteral("%1-%2.hex")
+                                  .arg(version, QDateTime::currentDateTime().toString(
+                                                    QStringLiteral("yyyyMMdd-HHmmss")));
+}
+
+} // namespace firmware

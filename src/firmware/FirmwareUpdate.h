@@ -1,0 +1,48 @@
+#pragma once
+// One firmware update, step by step, for the update window and the command line: the
+// image to flash (the target firmware with the instrument's settings carried into it,
+// or with its defaults), flashing it (search, then write and verify, through the
+// flashing driver) and the check that the instrument answers with the new version.
+// Each step reports through signals and returns whether it worked.
+#include "firmware/Migration.h"
+#include "util/VersionContainer.h"
+
+#include <QColor>
+#include <QObject>
+#include <QString>
+
+namespace firmware {
+
+class FirmwareUpdate : public QObject {
+    Q_OBJECT
+public:
+    static constexpr int ENQ_ATTEMPTS = 3;
+    explicit FirmwareUpdate(QObject* parent = nullptr);
+
+    // The instrument's identification text (null when it does not answer).
+    QString detectVersion(const QString& port);
+
+    // Writes the image to flash into imagePath: the target firmware file with old's
+    // settings carried into its defaults (what happened to each in *migration), or, with
+    // old null, a copy of the target firmware. False with *error on failure.
+    static bool prepareImage(const util::VersionContainer& target, const sf::SettingManager* old,
+                             const QString& imagePath, Migration* migration, QString* error);
+
+    // Flashes the image (an absolute path) into the instrument on port: true when the
+    // driver wrote, verified and reset it. Waits at most timeoutMs.
+    bool flash(const QString& port, const QString& image, int timeoutMs = 180000);
+
+    // Whether the instrument on port answers with the version's identification text.
+    bool verify(const QString& port, const util::VersionContainer& target);
+
+    // Where the old settings are kept before an update: PATH_BACKUPS, named after the
+    // version and the time.
+    static QString backupPath(const QString& version);
+
+signals:
+    void log(const QString& text);
+    void progressLine(const QString& text);
+    void colour(const QColor& colour);
+};
+
+} // namespace firmware
