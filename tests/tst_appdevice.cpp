@@ -3,6 +3,7 @@
 // layout under another firmware version, an instrument the catalogue does not know, an
 // instrument that does not answer), and the comparison with the instrument.
 #include "support/AppFixture.h"
+#include "support/CliRunner.h"
 #include "support/Simulator.h"
 
 #include "app/Constants.h"
@@ -11,6 +12,7 @@
 #include "sf/SetupFile.h"
 #include "sf/parser/HexParser.h"
 #include "ui/KXFileModel.h"
+#include "ui/MainWindow.h"
 #include "util/KXCommunicator.h"
 #include "util/Uploader.h"
 
@@ -192,6 +194,84 @@ private slots:
         QCOMPARE(app.current()->getStatus() == STATUS_WRITE.arg("New Setup 2.hex"), written);
         if (faults.isEmpty()) {
             QCOMPARE(digest(state) != before, written);
+        }
+    }
+
+    // The firmware update window on a 3.10 instrument whose settings were changed: keep
+    // them (read, backed up, converted, shown, flashed), reset them, cancel at the last
+    // question, or find no instrument.
+    void firmwareUpdateWindow_data() {
+        QTest::addColumn<bool>("reset");
+        QTest::addColumn<QStringList>("faults");
+        QTest::addColumn<int>("preview"); // what the migration preview is answered with
+        QTest::addColumn<bool>("updated");
+        QTest::addColumn<QStringList>("after"); // NAME=VALUE in the instrument's memory
+        QTest::newRow("settings kept") << false << QStringList() << int(QDialog::Accepted) << true
+                                       << QStringList{"LifeWhA=4680", "BattCapA=21.5"};
+        QTest::newRow("settings reset") << true << QStringList() << int(QDialog::Accepted) << true
+                                        << QStringList{"BattCapA=17.5"};
+        QTest::newRow("cancelled at the preview")
+            << false << QStringList() << int(QDialog::Rejected) << false
+            << QStringList{"BattCapA=21.5"};
+        QTest::newRow("no instrument") << false << QStringList{"--no-answer"}
+                                       << int(QDialog::Accepted) << false << QStringList();
+    }
+    void firmwareUpdateWindow() {
+        QFETCH(bool, reset);
+        QFETCH(QStringList, faults);
+        QFETCH(int, preview);
+        QFETCH(bool, updated);
+        QFETCH(QStringList, after);
+        App app;
+        QVERIFY(app.controller.initialize());
+        const QString state = app.folder.path("state.hex");
+        const QString here = app.folder.path("");
+        if (faults.isEmpty()) {
+            // The instrument holds changed settings before it is updated.
+            Simulator setup(app.folder.path(firmwareOf("3.10")), state);
+            const QStringList set{"-C",           here,
+                                  "set",          app.folder.path(firmwareOf("3.10")),
+                                  "-o",           "start.hex",
+                                  "-q",           "LifeAhA=100",
+                                  "CellCntA=13",  "CellChemA=LiPo",
+                                  "BattCapA=21.5"};
+            QCOMPARE(testsupport::runCli(set, here).exitCode, 0);
+            QCOMPARE(testsupport::runCli({"-C", here, "device", "write", "--port", setup.port(),
+                                          app.folder.path("start.hex")},
+                                         here)
+                         .exitCode,
+                     0);
+        }
+        Simulator sim(app.folder.path(firmwareOf("3.10")), state, faults);
+        app.controller.updateFirmwarePressed();
+        MainWindow* window = app.controller.firmwareUpdateWindow();
+        QVERIFY(window);
+        QCOMPARE(window->target().fwVersion, QStringLiteral("4.01")); // the default version
+        window->setPort(sim.port());
+        window->selectVersion("3.20");
+        window->setResetSettings(reset);
+        app.prompts.saveNames << app.folder.path("setups/backups/before.hex");
+        app.prompts.dialogResults << preview;
+        QCOMPARE(window->startUpdate(), updated);
+        QCOMPARE(app.controller.firmwareUpdateVersion().fwVersion, QStringLiteral("3.20"));
+        QVERIFY(!window->isBusy());
+        QCOMPARE(app.prompts.texts(TITLE_ERROR).contains(MESSAGE_UPDATE_VERSION_NONE),
+                 !faults.isEmpty());
+        QCOMPARE(window->logText().contains("Upload Complete!"), updated);
+        QCOMPARE(QFileInfo::exists(app.folder.path("setups/backups/before.hex")),
+                 !reset && faults.isEmpty());
+        QVERIFY(!QFileInfo::exists(app.folder.path("data/update.kxhex")));
+        QStringList titles;
+        for (const FileModel* f : app.model.getFiles()) {
+            titles << f->getTitle();
+        }
+        // The settings read before the update stay open in a tab of their own.
+        QCOMPARE(titles.contains("Settings before the update.hex"), !reset && faults.isEmpty());
+        QCOMPARE(QDir::currentPath(), QDir(app.folder.path("")).absolutePath());
+        for (const QString& check : after) {
+            const testsupport::CliResult value =
+                testsupport::runCli({"-C", here, "get", state, check.section('=', 0, 0)}, here);
+            QCOMPARE(value.out.trimmed(), check.section('=', 1));
         }
     }
 

@@ -113,8 +113,9 @@ private slots:
         QVERIFY(app.view.action("saveAs")->isEnabled() && app.view.action("close")->isEnabled());
         app.model.setTitle(QStringLiteral("t"));
         QCOMPARE(app.view.windowTitle(), QStringLiteral("t"));
-        // Until the firmware windows exist, their commands cannot be chosen.
-        QVERIFY(!app.view.action("updateFirmware")->isEnabled());
+        // Until the downloader exists, its command cannot be chosen.
+        QVERIFY(app.view.action("updateFirmware")->isEnabled());
+        QVERIFY(!app.view.action("getFirmware")->isEnabled());
     }
 };
 

@@ -10,6 +10,7 @@
 #include "ui/AppView.h"
 #include "ui/HelpWindow.h"
 #include "ui/KXFileModel.h"
+#include "ui/MainWindow.h"
 #include "ui/Prompts.h"
 #include "util/KXCommunicator.h"
 #include "util/Uploader.h"
@@ -70,6 +71,7 @@ AppController::AppController(QObject* parent)
 
 AppController::~AppController() {
     delete help;
+    delete firmwareUpdate;
     device.reset();
     delete supl;
     delete kxCommunicator;
@@ -403,9 +405,26 @@ void AppController::helpPressed() {
     help->show();
 }
 
-// The firmware update window and the downloader are not part of this program yet: their
-// commands stay disabled.
-void AppController::updateFirmwarePressed() {}
+MainWindow* AppController::firmwareUpdateWindow() const {
+    return firmwareUpdate;
+}
+
+void AppController::updateFirmwarePressed() {
+    if (firmwareUpdate) {
+        firmwareUpdate->raise();
+        firmwareUpdate->activateWindow();
+        return;
+    }
+    firmwareUpdate = new MainWindow(model, model->getDefaultVersion());
+    firmwareUpdate->setPrompts(currentPrompts == ownPrompts.get() ? nullptr : currentPrompts);
+    connect(firmwareUpdate, &MainWindow::showError, this, &AppController::showError);
+    connect(firmwareUpdate, &MainWindow::readSettings, this, &AppController::readCurrentSettings);
+    connect(firmwareUpdate, &MainWindow::versionSelected, this,
+            &AppController::firmwareUpdateVersionSelected);
+    firmwareUpdate->show();
+}
+
+// The downloader is not part of this program yet: its command stays disabled.
 void AppController::getFirmwarePressed() {}
 
 void AppController::clearFirmwarePressed() {

@@ -30,6 +30,7 @@ class FileModel;
 class FileWorkflow;
 class HelpWindow;
 class KXFileModel;
+class MainWindow;
 class Prompts;
 
 class AppController : public QObject {
@@ -76,6 +77,8 @@ public:
     int nextUntitled() { return ++untitledCounter; }
     int nextRead() { return ++readCounter; }
     const util::VersionContainer& firmwareUpdateVersion() const { return fwUpdateVersion; }
+    // The firmware update window while it is open.
+    MainWindow* firmwareUpdateWindow() const;
     // The command states that follow the current file (after a tab change, an open or a
     // close).
     void updateFlags();
@@ -130,6 +133,7 @@ private:
     std::unique_ptr<FileWorkflow> files;
     std::unique_ptr<DeviceWorkflow> device;
     QPointer<HelpWindow> help;
+    QPointer<MainWindow> firmwareUpdate;
 };
 
 } // namespace ui

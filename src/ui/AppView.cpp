@@ -165,11 +165,8 @@ void AppView::buildMenus() {
             bar->addSeparator();
         }
     }
-    // The firmware update window and the downloader come later; until then the
-    // commands are shown but cannot be chosen.
-    for (const char* name : {"updateFirmware", "getFirmware"}) {
-        m_actions.value(QLatin1String(name))->setEnabled(false);
-    }
+    // The downloader comes later; until then its command is shown but cannot be chosen.
+    m_actions.value(QStringLiteral("getFirmware"))->setEnabled(false);
 }
 
 void AppView::loadIcons() {

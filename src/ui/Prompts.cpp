@@ -51,8 +51,8 @@ QString DialogPrompts::saveFileName(const QString& title, const QString& start,
     return QFileDialog::getSaveFileName(m_parent, title, start, filter);
 }
 
-void DialogPrompts::run(QDialog& dialog) {
-    dialog.exec();
+int DialogPrompts::run(QDialog& dialog) {
+    return dialog.exec();
 }
 
 } // namespace ui

@@ -44,8 +44,8 @@ public:
                                  const QString& filter) = 0;
     virtual QString saveFileName(const QString& title, const QString& start,
                                  const QString& filter) = 0;
-    // Runs a window that only informs (about, differences) until the user closes it.
-    virtual void run(QDialog& dialog) = 0;
+    // Runs a dialog until the user closes it; its result (QDialog::Accepted or Rejected).
+    virtual int run(QDialog& dialog) = 0;
 };
 
 // The real dialogs, on the given window.
@@ -64,7 +64,7 @@ public:
     QString openFileName(const QString& title, const QString& dir, const QString& filter) override;
     QString saveFileName(const QString& title, const QString& start,
                          const QString& filter) override;
-    void run(QDialog& dialog) override;
+    int run(QDialog& dialog) override;
 
 private:
     QWidget* m_parent;

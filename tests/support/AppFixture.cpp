@@ -69,13 +69,14 @@ QString ScriptedPrompts::saveFileName(const QString& title, const QString&, cons
     return saveNames.isEmpty() ? QString() : saveNames.takeFirst();
 }
 
-void ScriptedPrompts::run(QDialog& dialog) {
+int ScriptedPrompts::run(QDialog& dialog) {
     dialogsRun << dialog.windowTitle();
     QStringList texts;
     for (const QLabel* label : dialog.findChildren<QLabel*>()) {
         texts << label->text();
     }
     lastDialogText = texts.join(QLatin1Char('\n'));
+    return dialogResults.isEmpty() ? QDialog::Accepted : dialogResults.takeFirst();
 }
 
 RuntimeCopy::RuntimeCopy(bool withData) : m_previous(QDir::currentPath()) {

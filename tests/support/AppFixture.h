@@ -49,7 +49,8 @@ public:
     QString openFileName(const QString& title, const QString& dir, const QString& filter) override;
     QString saveFileName(const QString& title, const QString& start,
                          const QString& filter) override;
-    void run(QDialog& dialog) override;
+    int run(QDialog& dialog) override;
+    QList<int> dialogResults; // what run() answers, Accepted when none is queued
     // What the last dialog run showed, grabbed before it closed.
     QString lastDialogText;
 };

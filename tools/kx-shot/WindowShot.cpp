@@ -3,11 +3,15 @@
 #include "app/AppController.h"
 #include "app/AppModel.h"
 #include "app/Constants.h"
+#include "firmware/Migration.h"
 #include "sf/SettingManager.h"
 #include "sf/SettingsTableModel.h"
+#include "sf/SetupFile.h"
 #include "ui/AppView.h"
 #include "ui/KXFileModel.h"
 #include "ui/KXFileView.h"
+#include "ui/MainWindow.h"
+#include "ui/MigrationDialog.h"
 #include "ui/Prompts.h"
 
 #include <QApplication>
@@ -39,7 +43,7 @@ public:
     }
     QString openFileName(const QString&, const QString&, const QString&) override { return {}; }
     QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
-    void run(QDialog&) override {}
+    int run(QDialog&) override { return 0; }
 };
 
 } // namespace
@@ -83,6 +87,49 @@ int shootWindow(const QString& file, const QString& select, const QSize& size,
         QApplication::processEvents();
     }
     if (!view.grab().save(output)) {
+        std::fprintf(stderr, "kx-shot: cannot write %s\n", qPrintable(output));
+        return 2;
+    }
+    return 0;
+}
+
+int shootUpdate(const QString& file, const QString& target, const QSize& size,
+                const QString& output) {
+    ui::AppView view;
+    ui::AppModel model;
+    ui::AppController controller;
+    NoOne prompts;
+    controller.setModel(&model);
+    controller.setView(&view);
+    controller.setPrompts(&prompts);
+    if (!controller.initialize()) {
+        return 2;
+    }
+    QWidget* shown = nullptr;
+    std::unique_ptr<ui::MigrationDialog> preview;
+    sf::SetupFile old, image;
+    if (file.isEmpty()) {
+        controller.updateFirmwarePressed();
+        shown = controller.firmwareUpdateWindow();
+    } else {
+        QString error;
+        util::VersionContainer version;
+        if (!old.open(file, QString(), &error) ||
+            !sf::SetupFile::catalogueVersion(target, &version, &error) ||
+            image.open(version.mapFilePath, version) < 0) {
+            std::fprintf(stderr, "kx-shot: %s\n", qPrintable(error));
+            return 2;
+        }
+        const firmware::Migration m = firmware::migrateSettings(old.manager(), image.manager());
+        preview = std::make_unique<ui::MigrationDialog>(m, old.version().fwVersion, target);
+        shown = preview.get();
+    }
+    shown->resize(size);
+    shown->show();
+    for (int pass = 0; pass < 3; ++pass) {
+        QApplication::processEvents();
+    }
+    if (!shown->grab().save(output)) {
         std::fprintf(stderr, "kx-shot: cannot write %s\n", qPrintable(output));
         return 2;
     }

@@ -6,6 +6,9 @@
 //           [--unfold NAME] [--protected]
 //   kx-shot -C DIR --window [FILE] -o IMAGE.png [--size WxH] [--select NAME]
 //           (the whole main window as the program starts in DIR)
+//   kx-shot -C DIR --update [FILE --to FW] -o IMAGE.png [--size WxH]
+//           (the firmware update window, or the preview of FILE's settings carried
+//           into firmware FW)
 #include "WindowShot.h"
 
 #include "sf/SettingManager.h"
@@ -30,6 +33,8 @@ int main(int argc, char** argv) {
     QSize size(1280, 800);
     bool showProtected = false;
     bool window = false;
+    bool update = false;
+    QString target;
     for (int i = 0; i < args.size(); ++i) {
         const QString& a = args.at(i);
         const bool more = i + 1 < args.size();
@@ -50,6 +55,10 @@ int main(int argc, char** argv) {
             showProtected = true;
         } else if (a == QLatin1String("--window")) {
             window = true;
+        } else if (a == QLatin1String("--update")) {
+            update = true;
+        } else if (a == QLatin1String("--to") && more) {
+            target = args.at(++i);
         } else if (file.isEmpty() && !a.startsWith(QLatin1Char('-'))) {
             file = a;
         } else {
@@ -57,6 +66,15 @@ int main(int argc, char** argv) {
                                  "[--search TEXT] [--select NAME] [--unfold NAME] [--protected]\n");
             return 1;
         }
+    }
+    if (update && !output.isEmpty()) {
+        output = QFileInfo(output).absoluteFilePath();
+        file = file.isEmpty() ? file : QFileInfo(file).absoluteFilePath();
+        if (!dir.isEmpty() && !QDir::setCurrent(dir)) {
+            std::fprintf(stderr, "kx-shot: %s: no such folder\n", qPrintable(dir));
+            return 2;
+        }
+        return shootUpdate(file, target, size, output);
     }
     if (window && !output.isEmpty()) {
         output = QFileInfo(output).absoluteFilePath();
