@@ -165,6 +165,28 @@ private slots:
         }
     }
 
+    // The line goes dead in the middle of flashing: reported as a communication failure,
+    // and a second update brings the instrument to the new version.
+    void unplugWhileFlashingThenRecover() {
+        QTemporaryDir tmp;
+        const QString state = tmp.filePath(QStringLiteral("state.hex"));
+        const QString firmware = runtimeDir() + QStringLiteral("/data/firmware/kx3/3.10.kxhex");
+        {
+            Simulator sim(firmware, state,
+                          {QStringLiteral("--unplug-after"), QStringLiteral("900")});
+            const CliResult r =
+                device(QStringLiteral("flash"), sim.port(),
+                       {QStringLiteral("3.20"), QStringLiteral("--reset-settings")});
+            QCOMPARE(r.exitCode, 2);
+            QVERIFY2(r.err.contains(QStringLiteral("Communication error!")), qPrintable(r.err));
+        }
+        Simulator again(firmware, state); // the cable plugged in again
+        const CliResult r = device(QStringLiteral("flash"), again.port(),
+                                   {QStringLiteral("3.20"), QStringLiteral("--reset-settings")});
+        QVERIFY2(r.exitCode == 0, qPrintable(r.err));
+        QCOMPARE(device(QStringLiteral("enq"), again.port()).out, QStringLiteral("3.20\n"));
+    }
+
     void faults_data() { testsupport::loadTable(QStringLiteral("device-faults.txt")); }
 
     void faults() {

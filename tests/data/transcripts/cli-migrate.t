@@ -27,6 +27,48 @@ A layout without the lifetime charge leaves the energy at its default and names 
   default   `Theft alarm`
   default   `Tyre pressure`
 
+Every pair of sample generations, from each firmware's own defaults:
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/v306.kxhex --to 3.10 --json
+  {"converted":[],"from":"v306","kept":192,"missing":["Charge estimate","Language"],"to":"3.10"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/v306.kxhex --to 3.12 --json
+  {"converted":[],"from":"v306","kept":192,"missing":["Charge estimate","Language"],"to":"3.12"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/v306.kxhex --to 3.20 --json
+  {"converted":["LifeWh@31011","LifeWh@31011.B"],"from":"v306","kept":190,"missing":["Charge estimate","Language","Screen change"],"to":"3.20"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/v306.kxhex --to 4.01 --json
+  {"converted":["LifeWh@31016","LifeWh@31016.B"],"from":"v306","kept":189,"missing":["`Bluetooth`","`Ride modes`","`Theft alarm`","`Tyre pressure`","Charge estimate","Language","Screen change"],"to":"4.01"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx3/3.10.kxhex --to v306 --json
+  {"converted":[],"from":"3.10","kept":192,"missing":[],"to":"v306"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx3/3.10.kxhex --to 3.12 --json
+  {"converted":[],"from":"3.10","kept":195,"missing":[],"to":"3.12"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx3/3.10.kxhex --to 3.20 --json
+  {"converted":["LifeWh@31011","LifeWh@31011.B"],"from":"3.10","kept":193,"missing":["Screen change"],"to":"3.20"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx3/3.10.kxhex --to 4.01 --json
+  {"converted":["LifeWh@31016","LifeWh@31016.B"],"from":"3.10","kept":192,"missing":["`Bluetooth`","`Ride modes`","`Theft alarm`","`Tyre pressure`","Screen change"],"to":"4.01"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx3/3.12.kxhex --to v306 --json
+  {"converted":[],"from":"3.12","kept":192,"missing":[],"to":"v306"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx3/3.12.kxhex --to 3.10 --json
+  {"converted":[],"from":"3.12","kept":195,"missing":[],"to":"3.10"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx3/3.12.kxhex --to 3.20 --json
+  {"converted":["LifeWh@31011","LifeWh@31011.B"],"from":"3.12","kept":193,"missing":["Screen change"],"to":"3.20"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx3/3.12.kxhex --to 4.01 --json
+  {"converted":["LifeWh@31016","LifeWh@31016.B"],"from":"3.12","kept":192,"missing":["`Bluetooth`","`Ride modes`","`Theft alarm`","`Tyre pressure`","Screen change"],"to":"4.01"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx3/3.20.kxhex --to v306 --json
+  {"converted":[],"from":"3.20","kept":190,"missing":["Lifetime charge"],"to":"v306"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx3/3.20.kxhex --to 3.10 --json
+  {"converted":[],"from":"3.20","kept":193,"missing":["Lifetime charge"],"to":"3.10"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx3/3.20.kxhex --to 3.12 --json
+  {"converted":[],"from":"3.20","kept":193,"missing":["Lifetime charge"],"to":"3.12"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx3/3.20.kxhex --to 4.01 --json
+  {"converted":[],"from":"3.20","kept":193,"missing":["`Bluetooth`","`Ride modes`","`Theft alarm`","`Tyre pressure`"],"to":"4.01"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx4/2025/4.01.kxhex --to v306 --json
+  {"converted":[],"from":"4.01","kept":189,"missing":["Contrast","Lifetime charge"],"to":"v306"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx4/2025/4.01.kxhex --to 3.10 --json
+  {"converted":[],"from":"4.01","kept":192,"missing":["Contrast","Lifetime charge"],"to":"3.10"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx4/2025/4.01.kxhex --to 3.12 --json
+  {"converted":[],"from":"4.01","kept":192,"missing":["Contrast","Lifetime charge"],"to":"3.12"}
+  $ kxsetup-cli -C $DATA migrate $DATA/data/firmware/kx4/2025/4.01.kxhex --to 3.20 --json
+  {"converted":[],"from":"4.01","kept":193,"missing":["Contrast"],"to":"3.20"}
+
 Mistakes write nothing:
   $ kxsetup-cli -C $DATA migrate old.hex --to 9.99 -o never.hex
   ! kxsetup-cli: 9.99: firmware version "9.99" is not in the catalogue of $DATA/data/firmware (5 versions); give its layout with --layout
