@@ -4,6 +4,7 @@
 #include "app/Constants.h"
 #include "app/DeviceWorkflow.h"
 #include "app/FileWorkflow.h"
+#include "firmware/FirmwareArchive.h"
 #include "kxs/parser/KxsParser.h"
 #include "sf/parser/HexParser.h"
 #include "ui/AboutDialog.h"
@@ -441,14 +442,7 @@ void AppController::clearFirmwarePressed() {
     if (answer != QMessageBox::Yes) {
         return;
     }
-    for (const QString& folder : {PATH_FW, PATH_KXS, PATH_HELP}) {
-        QDirIterator it(folder, QDir::Files | QDir::Hidden | QDir::System,
-                        QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            QFile::remove(it.next());
-        }
-    }
-    QFile::remove(FILE_FIRMWARE_LIST);
+    firmware::removeAllFirmware(PATH_FW, PATH_KXS, PATH_HELP, FILE_FIRMWARE_LIST);
     prompts().message(QMessageBox::Information, QStringLiteral("Firmware Deleted Successfuly"),
                       QStringLiteral("All firmware files and download history have been deleted."));
     rebuildCatalogue();
