@@ -2,6 +2,7 @@
 // catalogue lookups, the file workflows with their refusals and questions, single and
 // multiple-file mode, show protected, undo and redo from the menu, removing all firmware.
 #include "support/AppFixture.h"
+#include "support/FirmwareServer.h"
 #include "support/SampleData.h"
 
 #include "app/Constants.h"
@@ -11,6 +12,7 @@
 
 #include <QAction>
 #include <QCryptographicHash>
+#include <QTemporaryDir>
 #include <QtTest>
 
 using testsupport::App;
@@ -253,7 +255,8 @@ private slots:
         QCOMPARE(app.model.getFiles().size(), 3);
         app.view.action("enableMultiple")->trigger();
         QVERIFY(!app.model.getMultipleEnabled());
-        QCOMPARE(app.prompts.texts(TITLE_CLOSE_MULTIPLE), (QStringList{MESSAGE_CLOSE_MULTIPLE, MESSAGE_CLOSE_MULTIPLE}));
+        QCOMPARE(app.prompts.texts(TITLE_CLOSE_MULTIPLE),
+                 (QStringList{MESSAGE_CLOSE_MULTIPLE, MESSAGE_CLOSE_MULTIPLE}));
         QCOMPARE(app.model.getFiles().size(), 1);
         QCOMPARE(app.current()->getFWVersion(), QStringLiteral("v306"));
         QCOMPARE(app.view.tabCount(), 1);
@@ -319,6 +322,31 @@ private slots:
         QVERIFY(QDir(PATH_FW + "kx3").exists()); // folders stay
         QCOMPARE(app.prompts.titles().contains("Firmware Deleted Successfuly"), yes);
         QVERIFY(QFileInfo::exists(PATH_AND_FILE_SUPL));
+    }
+
+    // Get New Firmware: the new version joins the catalogue at once; asked again, the
+    // server has nothing new.
+    void getNewFirmware() {
+        App app;
+        QVERIFY(app.controller.initialize());
+        QTemporaryDir served;
+        QVERIFY(testsupport::writeZip(
+            served.filePath("kx4-4.02.zip"),
+            {{"firmware/kx4/2026/4.02.kxhex", testsupport::newFirmware("4.02", "KX4-4.01")}}));
+        QFile zip(served.filePath("kx4-4.02.zip"));
+        QVERIFY(zip.open(QIODevice::ReadOnly));
+        testsupport::serve(served.path(), "kx4-4.02.zip", zip.readAll());
+        testsupport::FirmwareServer server(served.path());
+        qputenv("KX_FIRMWARE_URL", server.url().toUtf8());
+        app.view.action("getFirmware")->trigger();
+        QCOMPARE(app.model.getDefaultVersion().fwVersion, QStringLiteral("4.02"));
+        QVERIFY(app.model.containsFwVersion("4.02") && app.model.containsFwVersion("4.01"));
+        app.view.action("getFirmware")->trigger();
+        qunsetenv("KX_FIRMWARE_URL");
+        QCOMPARE(app.prompts.texts("Get New Firmware"),
+                 (QStringList{"Installed kx4-4.02.zip.",
+                              "There is no new firmware: this program has every version the "
+                              "server has."}));
     }
 
     void helpAndAbout() {

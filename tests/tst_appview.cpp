@@ -113,9 +113,8 @@ private slots:
         QVERIFY(app.view.action("saveAs")->isEnabled() && app.view.action("close")->isEnabled());
         app.model.setTitle(QStringLiteral("t"));
         QCOMPARE(app.view.windowTitle(), QStringLiteral("t"));
-        // Until the downloader exists, its command cannot be chosen.
         QVERIFY(app.view.action("updateFirmware")->isEnabled());
-        QVERIFY(!app.view.action("getFirmware")->isEnabled());
+        QVERIFY(app.view.action("getFirmware")->isEnabled());
     }
 };
 

@@ -9,6 +9,7 @@
 #include "sf/parser/HexParser.h"
 #include "ui/AboutDialog.h"
 #include "ui/AppView.h"
+#include "ui/FirmwareDownloader.h"
 #include "ui/HelpWindow.h"
 #include "ui/KXFileModel.h"
 #include "ui/MainWindow.h"
@@ -21,9 +22,11 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDirIterator>
+#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QTimer>
 
 namespace ui {
 
@@ -425,8 +428,15 @@ void AppController::updateFirmwarePressed() {
     firmwareUpdate->show();
 }
 
-// The downloader is not part of this program yet: its command stays disabled.
-void AppController::getFirmwarePressed() {}
+void AppController::getFirmwarePressed() {
+    FirmwareDownloader downloader(prompts(), view);
+    QEventLoop wait;
+    connect(&downloader, &FirmwareDownloader::updateSuccess, &wait, &QEventLoop::quit);
+    connect(&downloader, &FirmwareDownloader::updateFail, &wait, &QEventLoop::quit);
+    QTimer::singleShot(0, &downloader, &FirmwareDownloader::start);
+    wait.exec();
+    rebuildCatalogue();
+}
 
 void AppController::clearFirmwarePressed() {
     const QMessageBox::StandardButton answer = prompts().ask(

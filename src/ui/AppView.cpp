@@ -165,8 +165,6 @@ void AppView::buildMenus() {
             bar->addSeparator();
         }
     }
-    // The downloader comes later; until then its command is shown but cannot be chosen.
-    m_actions.value(QStringLiteral("getFirmware"))->setEnabled(false);
 }
 
 void AppView::loadIcons() {
