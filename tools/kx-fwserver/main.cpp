@@ -51,7 +51,8 @@ int main(int argc, char** argv) {
     const int at = static_cast<int>(args.indexOf(QStringLiteral("--redirect")));
     if (at >= 0 && at + 1 < args.size()) {
         redirect = args.at(at + 1);
-        args.remove(at, 2);
+        args.removeAt(at + 1);
+        args.removeAt(at);
     }
     if (args.size() != 1 || !QFileInfo(args.first()).isDir()) {
         std::fprintf(stderr, "usage: kx-fwserver DIR [--stall] [--redirect URL]\n");
