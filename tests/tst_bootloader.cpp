@@ -3,7 +3,9 @@
 #include "firmware/Bootloader.h"
 #include "firmware/Migration.h"
 
+#include <QDir>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QtTest>
 
 using firmware::bootloader;
@@ -125,6 +127,24 @@ private slots:
                  colour);
         QCOMPARE(reported.isEmpty() ? QString() : reported.first().at(0).toString(), id);
         QCOMPARE(done.size(), colour == QLatin1String("green") ? 1 : 0);
+    }
+
+    // A helper that cannot be started is reported in red, in the log.
+    void helperMissing() {
+        QTemporaryDir empty;
+        const QString here = QDir::currentPath();
+        QDir::setCurrent(empty.path());
+        {
+            bootloader driver;
+            QSignalSpy logged(&driver, &bootloader::textreadysig);
+            QSignalSpy colours(&driver, &bootloader::changecolour);
+            driver.changeserial(QStringLiteral("/dev/kx-none"));
+            driver.search();
+            QTRY_VERIFY(!logged.isEmpty() && logged.last().at(0).toString().startsWith(
+                                                 "Error occurred: Failed to start!"));
+            QCOMPARE(colours.last().at(0).value<QColor>(), bootloader::RED);
+        }
+        QDir::setCurrent(here);
     }
 
     void mergeConfirmationListsEverySetting() {
