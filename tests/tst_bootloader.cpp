@@ -2,6 +2,8 @@
 // plain words and with its colour), and the confirmation before settings are reset.
 #include "firmware/Bootloader.h"
 #include "firmware/Migration.h"
+#include "sf/SetupFile.h"
+#include "support/TestSupport.h"
 
 #include <QDir>
 #include <QSignalSpy>
@@ -76,6 +78,13 @@ private slots:
             << ""
             << ""
             << "";
+        QTest::newRow("no file name") << "No file name specified"
+                                      << QStringList{"\nInput Firmware file name contains illegal "
+                                                     "characters. Please rename and load again.\n",
+                                                     "No file name specified"}
+                                      << ""
+                                      << "red"
+                                      << "";
         QTest::newRow("communication") << "Erase command receive failed!"
                                        << QStringList{comm, "Erase command receive failed!"} << ""
                                        << "red"
@@ -145,6 +154,33 @@ private slots:
             QCOMPARE(colours.last().at(0).value<QColor>(), bootloader::RED);
         }
         QDir::setCurrent(here);
+    }
+
+    // The preview of carrying 3.10's settings into 3.20: bits by label with their old
+    // values, the lifetime energy converted, a list without counterpart reset.
+    void migrationPreview() {
+        const QString here = QDir::currentPath();
+        QDir::setCurrent(testsupport::runtimeDir());
+        sf::SetupFile old, target;
+        QString error;
+        QVERIFY(old.open(testsupport::runtimeDir() + "/data/firmware/kx3/3.10.kxhex", QString(),
+                         &error));
+        util::VersionContainer v;
+        QVERIFY(sf::SetupFile::catalogueVersion("3.20", &v, &error));
+        QVERIFY(target.open(v.mapFilePath, v) >= 0);
+        QDir::setCurrent(here);
+        const firmware::Migration m = firmware::migrateSettings(old.manager(), target.manager());
+        QHash<QString, firmware::MigrationRow> byKey;
+        for (const firmware::MigrationRow& row : m.rows) {
+            byKey.insert(row.key, row);
+        }
+        const firmware::MigrationRow bit = byKey.value("FeatFlags[0]");
+        QCOMPARE(bit.how, firmware::MigrationRow::Kept);
+        QVERIFY(!bit.oldValue.isEmpty());
+        QCOMPARE(bit.oldValue, bit.newValue);
+        QCOMPARE(byKey.value("LifeWhA").how, firmware::MigrationRow::Converted);
+        QCOMPARE(byKey.value("ScreenAnim").how, firmware::MigrationRow::Default);
+        QVERIFY(byKey.value("ScreenAnim").oldValue.isEmpty());
     }
 
     void mergeConfirmationListsEverySetting() {
