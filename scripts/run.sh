@@ -11,11 +11,11 @@ qt=6
 "$root/scripts/build.sh" --qt "$qt"
 build="$root/build/qt$qt"
 
-# The simulated instrument runs the newest sample firmware and keeps its memory between
-# runs in sim-state.hex.
-firmware="$(ls "$build"/data/firmware/kx4/*/*.kxhex | sort | tail -n 1)"
+# The simulated instrument is a KX3 running firmware 3.10 (so that File > Update Firmware
+# can move it to 3.20); it keeps its memory (settings and firmware) between runs in kx3-sim-state.hex.
+firmware="$build/data/firmware/kx3/3.10.kxhex"
 portfile="$(mktemp)"
-"$build/bin/kx-sim" --firmware "$firmware" --state "$build/sim-state.hex" >"$portfile" &
+"$build/bin/kx-sim" --firmware "$firmware" --state "$build/kx3-sim-state.hex" >"$portfile" &
 sim=$!
 trap 'kill "$sim" 2>/dev/null || true; wait "$sim" 2>/dev/null || true; rm -f "$portfile"' EXIT
 for _ in $(seq 50); do
