@@ -100,6 +100,8 @@ private slots:
         }
         QCOMPARE(texts, shown);
         QCOMPARE(app.model.getReadEnabled(), canRead);
+        // Saving needs a file: none opened without firmware.
+        QCOMPARE(app.model.getSaveEnabled(), app.current() != nullptr);
         QCOMPARE(app.model.getNewEnabled(),
                  !remove.join(' ').contains("data/firmware") && !remove.contains("data"));
     }
@@ -160,6 +162,16 @@ private slots:
         if (written) {
             QCOMPARE(app.current()->getStatus(), STATUS_SAVED.arg(QFileInfo(target).fileName()));
         }
+    }
+
+    // Cancelling the file name of a first save saves nothing and says nothing was saved.
+    void saveCancelled() {
+        App app;
+        QVERIFY(app.controller.initialize());
+        app.controller.saveAsPressed();
+        QCOMPARE(app.current()->getStatus(), STATUS_DEFAULT);
+        QVERIFY(app.current()->getPath().isEmpty());
+        QCOMPARE(app.prompts.titles(), QStringList{TITLE_SAVE});
     }
 
     // The version of a file to open: recorded and known, recorded and unknown, none.

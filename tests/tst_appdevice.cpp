@@ -13,6 +13,7 @@
 #include "sf/parser/HexParser.h"
 #include "ui/KXFileModel.h"
 #include "ui/MainWindow.h"
+#include "ui/ProgressDialog.h"
 #include "util/KXCommunicator.h"
 #include "util/Uploader.h"
 
@@ -284,6 +285,9 @@ private slots:
         app.usePort(sim.port());
         app.controller.comparePressed();
         QCOMPARE(app.prompts.dialogsRun, QStringList{"Compare with Korvex"});
+        for (const ProgressDialog* progress : app.view.findChildren<ProgressDialog*>()) {
+            QVERIFY(!progress->isVisible()); // the transfer's dialog is gone
+        }
         QVERIFY2(app.prompts.lastDialogText.contains("1 setting(s) of \"New Setup 1.hex\" differ"),
                  qPrintable(app.prompts.lastDialogText));
     }
