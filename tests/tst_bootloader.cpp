@@ -3,6 +3,7 @@
 #include "firmware/Bootloader.h"
 #include "firmware/Migration.h"
 #include "sf/SetupFile.h"
+#include "support/TableFile.h"
 #include "support/TestSupport.h"
 
 #include <QDir>
@@ -15,101 +16,7 @@ using firmware::bootloader;
 class TestBootloader : public QObject {
     Q_OBJECT
 private slots:
-    void interpret_data() {
-        QTest::addColumn<QString>("output");
-        QTest::addColumn<QStringList>("lines"); // what the log gets, in order
-        QTest::addColumn<QString>("progress");  // the progress line, when updated
-        QTest::addColumn<QString>("colour");    // the last colour set: red, green or none
-        QTest::addColumn<QString>("id");        // the identification reported
-        const QString comm =
-            "\nCommunication error! Please ensure all cables are secure and in good repair!\n";
-        QTest::newRow("writing") << "Now writing\n"
-                                 << QStringList{"Upload Progress   0%\n", "Now writing\n"} << ""
-                                 << ""
-                                 << "";
-        QTest::newRow("upload progress")
-            << "Progress 5%\nProgress 40%\n"
-            << QStringList{"Progress 5%\nProgress 40%\n"} << "Upload Progress  40%"
-            << ""
-            << "";
-        QTest::newRow("progress after a carriage return")
-            << "Progress 10%\rProgress 12%" << QStringList{"Progress 10%\rProgress 12%"}
-            << "Upload Progress  12%"
-            << ""
-            << "";
-        QTest::newRow("verifying") << "Now verifying\n"
-                                   << QStringList{"Upload complete, now verifying...\n",
-                                                  "Verify Progress  0%\n", "Now verifying\n"}
-                                   << ""
-                                   << ""
-                                   << "";
-        QTest::newRow("done") << "Resetting device\nAll operations completed succesfully!\n"
-                              << QStringList{"Verify Progress 100%\r", "Upload Complete!\n"} << ""
-                              << "green"
-                              << "";
-        QTest::newRow("identification")
-            << "Retrieved version number during KX entry procedure: KX4A\nTrying version command\n"
-            << QStringList() << ""
-            << ""
-            << "KX4A";
-        QTest::newRow("search timeout")
-            << "Did not succeed in KX entry procedure\n"
-            << QStringList{"\nUnable to find the device within a time limit of 30 seconds! Please "
-                           "check connections and try again!\n",
-                           "Did not succeed in KX entry procedure\n"}
-            << ""
-            << "red"
-            << "";
-        QTest::newRow("profile: two rows")
-            << "Could not find device profile matching specified"
-            << QStringList{"\nProgram requires an update to program this device, please download "
-                           "the latest software from www.tessen-technologies.example!\n",
-                           "\nCould not find device library file \"device.txt\" in the local "
-                           "directory. Please replace this file or reinstall the program.\n",
-                           "Could not find device profile matching specified"}
-            << ""
-            << "red"
-            << "";
-        QTest::newRow("truncated: a warning only")
-            << "Truncating lower range limit to lower range of writable flash\n"
-            << QStringList{"\nThis file specifies more data than the current device can hold. The "
-                           "firmware may not behave as expected.\n",
-                           "Truncating lower range limit to lower range of writable flash\n"}
-            << ""
-            << ""
-            << "";
-        QTest::newRow("no file name") << "No file name specified"
-                                      << QStringList{"\nInput Firmware file name contains illegal "
-                                                     "characters. Please rename and load again.\n",
-                                                     "No file name specified"}
-                                      << ""
-                                      << "red"
-                                      << "";
-        QTest::newRow("communication") << "Erase command receive failed!"
-                                       << QStringList{comm, "Erase command receive failed!"} << ""
-                                       << "red"
-                                       << "";
-        QTest::newRow("line noise") << "no stx char!" << QStringList{comm, "no stx char!"} << ""
-                                    << "red"
-                                    << "";
-        QTest::newRow("damaged file")
-            << "Byte conv error on checksum?! (line 3)"
-            << QStringList{"\nFile could not be uploaded to device. Please ensure the firmware "
-                           "file is not corrupt and is a valid firmware file from "
-                           "www.tessen-technologies.example!\n",
-                           "Byte conv error on checksum?! (line 3)"}
-            << ""
-            << "red"
-            << "";
-        QTest::newRow("device file")
-            << "size cannot be 0!"
-            << QStringList{"\nError with device configuration. Please check that device.txt is not "
-                           "corrupt, and reinstall the tool if necessary.\n",
-                           "size cannot be 0!"}
-            << ""
-            << "red"
-            << "";
-    }
+    void interpret_data() { testsupport::loadTable(QStringLiteral("bootloader-interpret.txt")); }
     void interpret() {
         QFETCH(QString, output);
         QFETCH(QStringList, lines);

@@ -40,49 +40,21 @@ HexParser* loaded(HexParser& parser, int processor, const QByteArray& text = QBy
 class TestHexParser : public QObject {
     Q_OBJECT
 private slots:
-    void load_data() {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<bool>("ok");
-        QTest::addColumn<QString>("records");
-
-        const QByteArray data = hex::dataLine(0xE000, h("01020304"));
-        const QString kept = QStringLiteral("DE000:01020304");
-        // clang-format off
-        QTest::newRow("end record dropped") << hex::extLine(1) + data + hex::eofLine() << true << "X0001 " + kept;
-        QTest::newRow("empty text") << QByteArray() << true << "";
-        QTest::newRow("text after end record still read")
-            << data + hex::eofLine() + hex::dataLine(0xE010, h("AA")) << true << kept + " DE010:AA";
-        QTest::newRow("other types kept in order")
-            << hex::line(0x03, 0, h("00001234")) + data + hex::line(0x05, 0, h("00000100")) << true
-            << "T03@0000:00001234 " + kept + " T05@0000:00000100";
-        QTest::newRow("lower-case digits") << data.toLower() << true << kept;
-        QTest::newRow("line feeds only") << QByteArray(data).replace("\r\n", "\n") << true << kept;
-        QTest::newRow("no final line end") << data.trimmed() << true << kept;
-        QTest::newRow("junk before the colon") << "garbage\r\n\r\n  " + data << true << kept;
-        QTest::newRow("text after the checksum") << QByteArray(data).replace("\r\n", " words\r\n") << true << kept;
-        QTest::newRow("empty data record") << hex::dataLine(0x0010, QByteArray()) << true << "D0010:";
-        QTest::newRow("bad checksum") << data + ":0400100001020304E0\r\n" << false << "";
-        QTest::newRow("bad digit in length") << QByteArray(":Z4E0000001020304\r\n") << false << "";
-        QTest::newRow("short line") << QByteArray(":0400E00001\r\n") << false << "";
-        QTest::newRow("text ends inside record") << QByteArray(":04E000") << false << "";
-        QTest::newRow("missing colon") << QByteArray("0400E0000102030411\r\n") << false << "";
-        QTest::newRow("blank line after last record") << data + "\r\n" << false << "";
-        QTest::newRow("bad line after end record") << data + hex::eofLine() + ":00000001FE\r\n" << false << "";
-        // clang-format on
-    }
+    void load_data() { testsupport::loadTable(QStringLiteral("hexparser-load.txt")); }
 
     void load() {
-        QFETCH(QByteArray, text);
+        QFETCH(QString, text);
+        QByteArray bytes = text.toLatin1();
         QFETCH(bool, ok);
         QFETCH(QString, records);
 
         HexParser parser;
-        QCOMPARE(parser.loadHexData(text, sf::parser::PhantomNone), ok);
+        QCOMPARE(parser.loadHexData(bytes, sf::parser::PhantomNone), ok);
         QCOMPARE(parser.isOpen(), ok);
         QCOMPARE(parser.errorString().isEmpty(), ok);
         QCOMPARE(hex::dump(parser.records()), records);
         // The same through a device, which is read-only here.
-        QBuffer buffer(&text);
+        QBuffer buffer(&bytes);
         QVERIFY(buffer.open(QIODevice::ReadOnly));
         HexParser viaDevice;
         QCOMPARE(viaDevice.loadHex(&buffer, sf::parser::PhantomNone), ok);

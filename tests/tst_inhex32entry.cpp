@@ -30,8 +30,6 @@ private slots:
     void trim();
     void split_data();
     void split();
-    void copiesAndMoves_data();
-    void copiesAndMoves();
 };
 
 void TestInhex32Entry::textForm_data() {
@@ -120,33 +118,6 @@ void TestInhex32Entry::split() {
     QCOMPARE(tail->getAddress(), quint16(0x1000 + b));
     QCOMPARE(e.getChecksum(), hex::checksum(0, 0x1000, e.getDataBytes()));
     QCOMPARE(tail->getChecksum(), hex::checksum(0, tail->getAddress(), tail->getDataBytes()));
-}
-
-void TestInhex32Entry::copiesAndMoves_data() {
-    QTest::addColumn<int>("length");
-    QTest::newRow("empty") << 0;
-    QTest::newRow("largest inline") << 18;
-    QTest::newRow("smallest on the heap") << 19;
-    QTest::newRow("largest") << 255;
-}
-
-void TestInhex32Entry::copiesAndMoves() {
-    QFETCH(int, length);
-    const QByteArray data = pattern(length, 1);
-    Inhex32Entry original(0x00, 0x2000, data);
-    Inhex32Entry copy(original);
-    Inhex32Entry assigned(0x04, 0x0000, QByteArray::fromHex("0001"));
-    assigned = original;
-    QVERIFY(copy == original && assigned == original);
-    original.removeFromLeft(length / 2 + 1);
-    QCOMPARE(copy.getDataBytes(), data);
-    QCOMPARE(assigned.getDataBytes(), data);
-
-    Inhex32Entry moved(std::move(copy));
-    Inhex32Entry moveAssigned;
-    moveAssigned = std::move(assigned);
-    QCOMPARE(moved.getDataBytes(), data);
-    QCOMPARE(moveAssigned.toString(), QString::fromLatin1(hex::dataLine(0x2000, data)));
 }
 
 QTEST_GUILESS_MAIN(TestInhex32Entry)

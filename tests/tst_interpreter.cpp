@@ -95,15 +95,6 @@ private slots:
         }
     }
 
-    void splitRefusesMissingInput() {
-        QStringList out{QStringLiteral("kept")};
-        QVERIFY(!Interpreter::splitInput(QString(), &out, TOKEN_REGEX, true));
-        QCOMPARE(out, QStringList{QStringLiteral("kept")});
-        QVERIFY(!Interpreter::splitInput(QStringLiteral("a,b"), nullptr, TOKEN_REGEX, true));
-        QVERIFY(!Interpreter::splitInput(QStringLiteral("a,b"), &out,
-                                         QRegularExpression(QStringLiteral("(")), true));
-    }
-
     // A pattern that matches the empty text must still move on by a character each step.
     void splitEndsOnEmptyMatches() {
         QStringList out;

@@ -428,18 +428,6 @@ private slots:
         QCOMPARE(p.getOffset(), 77u); // close keeps the cursor
         QVERIFY(!p.getNext(&e, &d, 1));
     }
-
-    void missingArguments() {
-        const RawLayout l = typedLayout({1});
-        KxsParser p;
-        QVERIFY(p.openKxsData(l.toBytes()));
-        QVERIFY(!p.getNext(nullptr, &d, 1));
-        QVERIFY(!p.getNext(&e, nullptr, 1));
-        QVERIFY(!p.getEntry(nullptr, &d, QStringLiteral("N0"), 1));
-        QVERIFY(!p.getEntry(&e, nullptr, QStringLiteral("N0"), 1));
-        QVERIFY(!p.getEntry(&e, &d, QString(), 0));
-        QCOMPARE(p.getOffset(), 40u);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestKxsParser)

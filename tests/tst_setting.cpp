@@ -114,55 +114,6 @@ private slots:
         QCOMPARE(s.getBaseCodeName(), baseName);
     }
 
-    void failedConstructionRefuses_data() {
-        QTest::addColumn<QString>("codeName");
-        QTest::addColumn<bool>("withTokens");
-        QTest::addColumn<bool>("withHost");
-        QTest::newRow("empty code name") << "" << true << true;
-        QTest::newRow("no tokens") << "Cells2" << false << true;
-        QTest::newRow("no host") << "Cells2" << true << false;
-    }
-
-    void failedConstructionRefuses() {
-        QFETCH(QString, codeName);
-        QFETCH(bool, withTokens);
-        QFETCH(bool, withHost);
-        FakeSettingHost host;
-        auto tokens =
-            withTokens
-                ? std::make_unique<TokenList>(FakeSettingHost::tokenize(QStringLiteral("num, a")))
-                : nullptr;
-        NumSetting s(codeName, std::move(tokens), withHost ? &host : nullptr);
-        QCOMPARE(s.getType(), TypeNone);
-        QCOMPARE(s.getPreset(), 0);
-        QVERIFY(!s.getTokenList());
-        QVERIFY(!s.getParent());
-        QVERIFY(!s.getRawData());
-        QVERIFY(!s.setInputOrder(NumSetting::INPUT_ORDER));
-        QVERIFY(!s.writeRawData("\x01\x02"));
-        char out[2] = {};
-        QVERIFY(!s.convertEndian("\x01\x02", out));
-        QVERIFY(!s.getData(RoleRaw).isValid());
-        TokenList field;
-        QVERIFY(!s.getSettingInput(InputType, &field));
-    }
-
-    void multiAndExpandableFlags() {
-        FakeSettingHost host;
-        ProbeSetting plain(QStringLiteral("P1"), QStringLiteral("x"), &host);
-        plain.setMulti(true);
-        plain.setExpandable(true);
-        QVERIFY(!plain.isMulti() && !plain.isExpandable());
-        Setting* bits = host.build(QStringLiteral("B1"), QStringLiteral("bool, 8, {\"a\"}"));
-        QVERIFY(bits && bits->isMulti() && !bits->isExpandable());
-        bits->setExpandable(true);
-        QVERIFY(!bits->isExpandable());
-        Setting* group = host.build(QStringLiteral("G1"), QStringLiteral("checkbool[8], {\"a\"}"));
-        QVERIFY(group && group->isMulti() && group->isExpandable());
-        group->setExpandable(false);
-        QVERIFY(!group->isExpandable());
-    }
-
     // The reference count never goes below zero; dependents are listed once.
     void referencesAndDependents() {
         FakeSettingHost host;
@@ -194,30 +145,6 @@ private slots:
         QCOMPARE(s.getBytes(), hexBytes("12 34 56")); // exactly the size in bytes
         QCOMPARE(s.getData(RoleRaw).toInt(), 0x12);   // base: the first byte
         QVERIFY(!s.getData(RoleDisplay).isValid());
-    }
-
-    void convertEndianReverses_data() {
-        QTest::addColumn<QByteArray>("source");
-        QTest::addColumn<QByteArray>("expected");
-        QTest::newRow("three bytes") << hexBytes("12 34 56") << hexBytes("56 34 12");
-        QTest::newRow("one byte") << hexBytes("AB") << hexBytes("AB");
-    }
-
-    void convertEndianReverses() {
-        QFETCH(QByteArray, source);
-        QFETCH(QByteArray, expected);
-        FakeSettingHost host;
-        ProbeSetting s(QStringLiteral("P1"), QStringLiteral("x"), &host);
-        s.setSizeBytes(source.size());
-        QVERIFY(!s.isBigEndian());
-        QByteArray out(source.size(), '\0');
-        QVERIFY(s.convertEndian(source.constData(), out.data()));
-        QCOMPARE(out, expected);
-        QByteArray inPlace = source; // the same buffer on both sides
-        QVERIFY(s.convertEndian(inPlace.constData(), inPlace.data()));
-        QCOMPARE(inPlace, expected);
-        QVERIFY(!s.convertEndian(nullptr, out.data()));
-        QVERIFY(!s.convertEndian(source.constData(), nullptr));
     }
 
     // Unbalanced braces, empty and trailing fields: see allFieldsAgreeWithLookup.
@@ -385,12 +312,6 @@ private slots:
         // Running it again changes nothing.
         s.preprocessNumericInput(static_cast<SettingInput>(input));
         QCOMPARE(testsupport::renderTokens(*s.getTokenList()), all);
-    }
-
-    void processedLine() {
-        FakeSettingHost host;
-        ProbeSetting s(QStringLiteral("P1"), QStringLiteral("num, a+1"), &host);
-        QCOMPARE(s.debug_getProcessedKXSLine(), QStringLiteral("num , a + 1  "));
     }
 
     void resolveReferences_data() {

@@ -87,7 +87,6 @@ private slots:
     void rawBytesAreCopied_data();
     void rawBytesAreCopied();
     void documentedExamplesBuild();
-    void documentedExamplesAreInTheFixture();
 };
 
 void TestSettingFactory::kindFromFirstToken_data() {
@@ -201,37 +200,6 @@ void TestSettingFactory::documentedExamplesBuild() {
     }
     QVERIFY2(failures.isEmpty(), qPrintable(failures.join(QLatin1Char('\n'))));
     QVERIFY2(host.problems().isEmpty(), qPrintable(host.problems().join(QLatin1Char('\n'))));
-}
-
-void TestSettingFactory::documentedExamplesAreInTheFixture() {
-    // Every definition written in the documentation's "Setting kinds" section is one of
-    // the examples built above.
-    QSet<QString> fixture;
-    for (const QString& line : readLines(examplesPath())) {
-        const QStringList parts = line.split(QStringLiteral(" ## "));
-        if (parts.size() >= 3 && !line.startsWith(QLatin1Char('@'))) {
-            fixture.insert(parts.at(2));
-        }
-    }
-    const QStringList doc =
-        readLines(testsupport::sourceDir() + QStringLiteral("/docs/layout-language.md"));
-    const int start = doc.indexOf(QStringLiteral("## Setting kinds"));
-    QVERIFY(start >= 0);
-    static const QRegularExpression definition(
-        QStringLiteral("^    (?:\\w+\\s+)?((?:num|bool|list|checkbool\\[\\d+\\]),.*)$"));
-    int found = 0;
-    QStringList missing;
-    for (int i = start + 1; i < doc.size() && !doc.at(i).startsWith(QLatin1String("## ")); ++i) {
-        const QRegularExpressionMatch m = definition.match(doc.at(i));
-        if (m.hasMatch()) {
-            ++found;
-            if (!fixture.contains(m.captured(1))) {
-                missing.append(m.captured(1));
-            }
-        }
-    }
-    QVERIFY(found >= 8);
-    QVERIFY2(missing.isEmpty(), qPrintable(missing.join(QLatin1Char('\n'))));
 }
 
 QTEST_GUILESS_MAIN(TestSettingFactory)

@@ -30,8 +30,6 @@ private slots:
     void setByWsiChangesTheFirstHolder();
     void rawSettingData();
     void enableState();
-    void emptyManager();
-    void nominalCellVoltages();
 
 private:
     std::unique_ptr<SettingManager> m_manager;
@@ -183,32 +181,6 @@ void TestSettingManagerValues::enableState() {
     m_manager->getCategory(QStringLiteral("Batt"))->setEnabled(false);
     QVERIFY(!m_manager->isCategoryEnabled(QStringLiteral("Batt")));
     QVERIFY(!m_manager->isCategoryEnabled(QStringLiteral("Nope")));
-}
-
-void TestSettingManagerValues::emptyManager() {
-    SettingManager manager;
-    QCOMPARE(manager.maxPresets(), 0);
-    QCOMPARE(manager.totalSize(), 0);
-    QVERIFY(!manager.getFirstUnmappedCategory());
-    QVERIFY(!manager.getSetting(QStringLiteral("A")));
-    QVERIFY(!manager.addSetting(nullptr));
-    QVERIFY(!manager.addCategory(nullptr));
-    QCOMPARE(manager.copyDataToRawSettings(false), 0);
-    QVERIFY(!manager.getSettingData(QModelIndex(), sf::RoleDisplay).isValid());
-}
-
-void TestSettingManagerValues::nominalCellVoltages() {
-    const auto& table = SettingManager::getNominalCellVoltages();
-    QStringList names;
-    for (const auto& entry : table) {
-        names << entry.first;
-    }
-    QCOMPARE(names,
-             (QStringList{"LiMn", "RCLiPo", "RCLiP", "Li-ion", "LiPo", "LiFe", "SLA", "NiMH"}));
-    QCOMPARE(SettingManager::nominalCellVoltage(QStringLiteral("LiPo")), 3.6);
-    QCOMPARE(SettingManager::nominalCellVoltage(QStringLiteral("RCLiPo")), 3.7);
-    QCOMPARE(SettingManager::nominalCellVoltage(QStringLiteral("NiMH")), 1.2);
-    QCOMPARE(SettingManager::nominalCellVoltage(QStringLiteral("lipo")), 0.0);
 }
 
 QTEST_GUILESS_MAIN(TestSettingManagerValues)

@@ -41,7 +41,6 @@ private slots:
     void recognitionMatchesPatternsExhaustively();
     void numberConstructor_data();
     void numberConstructor();
-    void explicitConstructorsAndEquality();
     void operatorFromText_data();
     void operatorFromText();
     void operatorFromToken_data();
@@ -136,41 +135,6 @@ void TestToken::numberConstructor() {
     const Token t(value);
     QCOMPARE(t.getPayload(), payload);
     QCOMPARE(t.getType(), Numeric);
-}
-
-void TestToken::explicitConstructorsAndEquality() {
-    QCOMPARE(getTokenTypeString(TernaryOpSeparator), QStringLiteral("TernaryOpSeparator"));
-    QCOMPARE(getTokenTypeString(SIZE), QStringLiteral("SIZE"));
-    QCOMPARE(getTokenTypeString(-1), QStringLiteral("UNKNOWN TYPE - ERROR"));
-    QCOMPARE(getTokenTypeString(SIZE + 1), QStringLiteral("UNKNOWN TYPE - ERROR"));
-
-    QCOMPARE(Token().getType(), Undefined);
-    QVERIFY(Token().getPayload().isEmpty());
-
-    // An explicit kind wins over recognition.
-    const Token a(QStringLiteral("10"), String);
-    QCOMPARE(a.getType(), String);
-    QCOMPARE(Token(QChar('-'), Operator).getPayload(), QStringLiteral("-"));
-    QCOMPARE(Token("\xE9t\xE9", String).getPayload(), QString::fromLatin1("\xE9t\xE9"));
-
-    // Tokens compare kind and payload; a token and a text compare payload only.
-    const Token numeric(QStringLiteral("10"));
-    QVERIFY(numeric != a);
-    QVERIFY(numeric == Token(QStringLiteral("10"), Numeric));
-    QVERIFY(a == QStringLiteral("10"));
-    QVERIFY(numeric == QStringLiteral("10"));
-    QVERIFY(numeric != QStringLiteral("10.0"));
-
-    Token changed = numeric;
-    changed.setPayload(QStringLiteral("11"));
-    changed.setType(Hexadecimal);
-    QCOMPARE(numeric.getPayload(), QStringLiteral("10")); // a value, not shared
-    QCOMPARE(changed.getType(), Hexadecimal);
-
-    // An operator token is an Operator even for comparisons.
-    const Token op{MathOp(MathOp::LessEqual)};
-    QCOMPARE(op.getPayload(), QStringLiteral("<="));
-    QCOMPARE(op.getType(), Operator);
 }
 
 void TestToken::operatorFromText_data() {

@@ -2,6 +2,7 @@
 // command lines of search, read, write and reset, every row of the error check, the
 // search-needed cycle, time-outs, abort, completion without exit, the device file, and
 // that no helper process is left running or unreaped.
+#include "support/TableFile.h"
 #include "support/TestSupport.h"
 #include "util/Uploader.h"
 
@@ -92,20 +93,6 @@ private slots:
 
     void cleanupTestCase() { QDir::setCurrent(m_startDir); }
 
-    void num2hex_data() {
-        QTest::addColumn<uint>("value");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("zero") << 0u << "0x00";
-        QTest::newRow("odd digit count") << 0x7ffu << "0x07ff";
-        QTest::newRow("even digit count") << 0x1234u << "0x1234";
-        QTest::newRow("lower case") << 0xABu << "0xab";
-    }
-    void num2hex() {
-        QFETCH(uint, value);
-        QFETCH(QString, text);
-        QCOMPARE(Uploader::num2hex(value), text);
-    }
-
     // Each operation against the helper: result, command lines and what the user saw.
     void operations_data() {
         QTest::addColumn<QString>("operation");
@@ -191,41 +178,7 @@ private slots:
     }
 
     // Every row of the error check, each text next to a progress report in one chunk.
-    void errorTexts_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QStringList>("errors");
-        const QStringList comm{MSG_ERROR_COMM};
-        QTest::newRow("1 debug file")
-            << "failed to make debug file!" << QStringList{MSG_ERROR_MISC};
-        QTest::newRow("2 input file") << "Please enter a valid input filename!" << comm;
-        QTest::newRow("3 version in hex") << "Please specify -B version in hex" << comm;
-        QTest::newRow("3 and 6 overlap")
-            << "Could not find device profile matching specified" << QStringList{comm + comm};
-        QTest::newRow("4 port") << "/dev/x cannot be opened. Aborting..." << comm;
-        QTest::newRow("5 entry") << "Did not succeed in KX entry procedure" << comm;
-        QTest::newRow("6 profile") << "Could not find device profile matching" << comm;
-        QTest::newRow("7 usage") << "Incorrect usage: -q" << comm;
-        QTest::newRow("8 port missing") << "Please specify a serial port, with -s" << comm;
-        QTest::newRow("9 serial log")
-            << "Could not open serial output file!" << QStringList{MSG_ERROR_MISC};
-        QTest::newRow("10 output file")
-            << "Could not open file to read data into" << QStringList{MSG_ERROR_READ};
-        QTest::newRow("11 verify")
-            << "Row verify failure at address 0x10" << QStringList{MSG_ERROR_WRITE};
-        QTest::newRow("12 range") << "Truncating lower range limit to lower range of writable flash"
-                                  << QStringList{MSG_ERROR_WRITE};
-        QTest::newRow("13 first communication text") << "Failed to read memory" << comm;
-        QTest::newRow("13 last communication text")
-            << "Written flash ends at word address 0x10" << comm;
-        QTest::newRow("14 file name") << "No file name specified" << QStringList{MSG_ERROR_WRITE};
-        QTest::newRow("15 literal %x")
-            << "Line at address  %x rejected" << QStringList{MSG_ERROR_WRITE};
-        QTest::newRow("15 formatted address is no hit")
-            << "Line at address  1f rejected" << QStringList();
-        QTest::newRow("15 else branch")
-            << "Byte conv error on checksum?!" << QStringList{MSG_ERROR_WRITE};
-        QTest::newRow("16 size") << "size cannot be 0!" << comm;
-    }
+    void errorTexts_data() { testsupport::loadTable(QStringLiteral("uploader-errorTexts.txt")); }
 
     void errorTexts() {
         QFETCH(QString, text);
@@ -283,16 +236,6 @@ private slots:
         QCOMPARE(errorSpy.size(), 1);
         QCOMPARE(errorSpy.at(0).at(0).toString(), MSG_ERROR_NO_SUPL);
         QVERIFY(u.isSearchNeeded());
-    }
-
-    void portList() {
-        Uploader u;
-        u.findComPorts();
-        QCOMPARE(u.getComList().last(), Port);
-        u.setSerialPort(Port);
-        QCOMPARE(u.getSerialPort(), Port);
-        u.setSerialPort(QStringLiteral("/dev/not-listed"));
-        QCOMPARE(u.getComIndex(), 0);
     }
 };
 

@@ -30,7 +30,6 @@ private slots:
     void compareLooksOnlyAtFirmwareVersion();
     void printVersion_data();
     void printVersion();
-    void isEmpty_data();
     void isEmpty();
 };
 
@@ -67,33 +66,7 @@ void TestVersionContainer::compareLooksOnlyAtFirmwareVersion() {
     QVERIFY(a != b);
 }
 
-void TestVersionContainer::printVersion_data() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("v306") << "v306"
-                          << "KX3.06";
-    QTest::newRow("V3p1") << "V3p1"
-                          << "KX3.1";
-    QTest::newRow("V3P6") << "V3P6"
-                          << "KX3.6";
-    QTest::newRow("letters inside removed") << "v3.0prelim6"
-                                            << "KX3..06";
-    QTest::newRow("non-ASCII letters removed") << QStringLiteral("v\u00e93\u00df06") << "KX3.06";
-    QTest::newRow("letter outside the basic plane removed")
-        << QString(QStringLiteral("v3") + QString::fromUcs4(U"\U0001D400") + QStringLiteral("1"))
-        << "KX3.1";
-    QTest::newRow("non-letter symbols kept") << QStringLiteral("v3-1") << "KX3.-1";
-    QTest::newRow("only letters") << "v"
-                                  << "KX";
-    QTest::newRow("3.06 unchanged") << "3.06"
-                                    << "3.06";
-    QTest::newRow("KX name unchanged") << "KX3.06"
-                                       << "KX3.06";
-    QTest::newRow("Dravolin name unchanged") << "Dravolin 2.1"
-                                             << "Dravolin 2.1";
-    QTest::newRow("empty unchanged") << ""
-                                     << "";
-}
+void TestVersionContainer::printVersion_data() { testsupport::loadTable(QStringLiteral("versioncontainer-printVersion.txt")); }
 
 void TestVersionContainer::printVersion() {
     QFETCH(QString, name);
@@ -101,50 +74,19 @@ void TestVersionContainer::printVersion() {
     QCOMPARE(util::printVersion(name), shown);
 }
 
-void TestVersionContainer::isEmpty_data() {
-    QTest::addColumn<int>("field");
-    QTest::addColumn<bool>("empty");
-    QTest::newRow("nothing set") << -1 << true;
-    QTest::newRow("format number alone") << 6 << true;
-    QTest::newRow("layout version") << 0 << false;
-    QTest::newRow("firmware version") << 1 << false;
-    QTest::newRow("ENQ text") << 2 << false;
-    QTest::newRow("layout path") << 3 << false;
-    QTest::newRow("map path") << 4 << false;
-    QTest::newRow("map group") << 5 << false;
-}
-
+// Any text makes a container non-empty; the format number alone does not.
 void TestVersionContainer::isEmpty() {
-    QFETCH(int, field);
-    QFETCH(bool, empty);
-    VersionContainer v;
-    const QString x = QStringLiteral("x");
-    switch (field) {
-    case 0:
-        v.kxsVersion = x;
-        break;
-    case 1:
-        v.fwVersion = x;
-        break;
-    case 2:
-        v.enqString = x;
-        break;
-    case 3:
-        v.kxsFilePath = x;
-        break;
-    case 4:
-        v.mapFilePath = x;
-        break;
-    case 5:
-        v.mapGroup = x;
-        break;
-    case 6:
-        v.kxsFormat = 3;
-        break;
-    default:
-        break;
+    VersionContainer formatOnly;
+    formatOnly.kxsFormat = 3;
+    QVERIFY(VersionContainer().isEmpty() && formatOnly.isEmpty());
+    for (QString VersionContainer::*text :
+         {&VersionContainer::kxsVersion, &VersionContainer::fwVersion, &VersionContainer::enqString,
+          &VersionContainer::kxsFilePath, &VersionContainer::mapFilePath,
+          &VersionContainer::mapGroup}) {
+        VersionContainer v;
+        v.*text = QStringLiteral("x");
+        QVERIFY(!v.isEmpty());
     }
-    QCOMPARE(v.isEmpty(), empty);
 }
 
 QTEST_GUILESS_MAIN(TestVersionContainer)

@@ -130,6 +130,8 @@ QString unescapeCell(const QString& cell) {
             out += QLatin1Char('\n');
         } else if (e == QLatin1Char('t')) {
             out += QLatin1Char('\t');
+        } else if (e == QLatin1Char('r')) {
+            out += QLatin1Char('\r');
         } else if (e == QLatin1Char('x') && i + 2 < cell.size()) {
             out += QChar(cell.mid(i + 1, 2).toUInt(nullptr, 16));
             i += 2;
