@@ -291,6 +291,34 @@ private slots:
         QVERIFY2(app.prompts.lastDialogText.contains("1 setting(s) of \"New Setup 1.hex\" differ"),
                  qPrintable(app.prompts.lastDialogText));
     }
+
+    // Check connection in the port dialog reports on the port and asks again; the checked
+    // port is then the one the dialog offers, and the instrument answers on it.
+    void checkConnectionFromThePortDialog() {
+        App app;
+        QVERIFY(app.controller.initialize());
+        Simulator sim(app.folder.path(firmwareOf("3.20")), app.folder.path("state.hex"));
+        QVERIFY(!sim.port().isEmpty());
+        app.prompts.portAnswers << PortAnswer{PortAnswer::Check, "/dev/kx-no-such-port"}
+                                << PortAnswer{PortAnswer::Check, sim.port()} << PortAnswer();
+        app.controller.readPressed();
+        const QStringList reports = app.prompts.texts(TITLE_CHECK_CONNECTION);
+        QCOMPARE(reports.size(), 2);
+        QVERIFY(reports.at(0).contains("Problem: The port /dev/kx-no-such-port does not exist."));
+        QVERIFY2(reports.at(1).endsWith(QString("The instrument on %1 answered \"3.20\": the "
+                                                "connection works.")
+                                            .arg(sim.port())),
+                 qPrintable(reports.at(1)));
+        QList<QMessageBox::Icon> icons;
+        for (const auto& shown : app.prompts.shown) {
+            if (shown.title == TITLE_CHECK_CONNECTION) {
+                icons << shown.icon;
+            }
+        }
+        QCOMPARE(icons, (QList<QMessageBox::Icon>{QMessageBox::Warning, QMessageBox::Information}));
+        QCOMPARE(app.model.getLastPort(), sim.port());
+        QCOMPARE(app.model.getFiles().size(), 1); // cancelled: nothing read
+    }
 };
 
 QTEST_MAIN(TestAppDevice)

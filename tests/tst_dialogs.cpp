@@ -82,21 +82,29 @@ private slots:
         QCOMPARE(dialog.chosenPort(), QStringLiteral("/dev/ttyUSB1"));
     }
 
-    void refreshAndCancel_data() {
-        QTest::addColumn<bool>("refresh");
-        QTest::newRow("refresh") << true;
-        QTest::newRow("cancel") << false;
+    // The buttons besides OK: each closes the dialog with its answer; only Check connection
+    // carries the port along (to be examined).
+    void otherButtons_data() {
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("port");
+        QTest::newRow("refresh") << "&Refresh" << int(PortAnswer::Refresh) << "";
+        QTest::newRow("cancel") << "Cancel" << int(PortAnswer::Cancel) << "";
+        QTest::newRow("check connection")
+            << "&Check connection" << int(PortAnswer::Check) << "/dev/ttyUSB0";
     }
-    void refreshAndCancel() {
-        QFETCH(bool, refresh);
+    void otherButtons() {
+        QFETCH(QString, label);
+        QFETCH(int, kind);
+        QFETCH(QString, port);
         ComDialog dialog(PORTS, 0, QString(), QStringLiteral("Write"));
-        if (refresh) {
-            dialog.findChild<QDialogButtonBox*>()->buttons().last()->click(); // Refresh
-        } else {
-            button(dialog, QDialogButtonBox::Cancel)->click();
-        }
-        QCOMPARE(dialog.answer().kind, refresh ? PortAnswer::Refresh : PortAnswer::Cancel);
-        QVERIFY(dialog.answer().port.isEmpty());
+        const QList<QAbstractButton*> buttons = dialog.findChild<QDialogButtonBox*>()->buttons();
+        const auto it = std::find_if(buttons.begin(), buttons.end(),
+                                     [&](QAbstractButton* b) { return b->text() == label; });
+        QVERIFY(it != buttons.end());
+        (*it)->click();
+        QCOMPARE(int(dialog.answer().kind), kind);
+        QCOMPARE(dialog.answer().port, port);
     }
 
     void versionChoice() {

@@ -124,6 +124,10 @@ void AppController::setPrompts(Prompts* p) {
     currentPrompts = p;
 }
 
+void AppController::setSerialSystem(util::SerialSystem* system) {
+    device->setSerialSystem(system);
+}
+
 Prompts& AppController::prompts() {
     if (!currentPrompts) {
         ownPrompts = std::make_unique<DialogPrompts>(view);
@@ -217,6 +221,12 @@ bool AppController::isFirmwareFile(const QString& path) const {
 KXFileModel* AppController::open(const QString& path, const QString& savePath, const QString& title,
                                  bool modified, const util::VersionContainer& forcedVersion) {
     return files->open(path, savePath, title, modified, forcedVersion);
+}
+
+void AppController::openFiles(const QStringList& paths) {
+    for (const QString& path : paths) {
+        files->openPath(path);
+    }
 }
 
 KXFileModel* AppController::currentFile() const {

@@ -18,6 +18,7 @@ class HexParser;
 }
 namespace util {
 class KXCommunicator;
+class SerialSystem;
 class Uploader;
 } // namespace util
 
@@ -47,6 +48,8 @@ public:
     // a test sets its own (not owned).
     void setPrompts(Prompts* prompts);
     Prompts& prompts();
+    // Where the connection doctor looks: the machine unless a test sets its own (not owned).
+    void setSerialSystem(util::SerialSystem* system);
 
     bool initialize();
     bool enumerateVersions();
@@ -58,6 +61,8 @@ public:
     KXFileModel* open(const QString& path, const QString& savePath, const QString& title,
                       bool modified, const util::VersionContainer& forcedVersion);
     KXFileModel* currentFile() const;
+    // Opens files named on the command line or by the desktop, one after the other.
+    void openFiles(const QStringList& paths);
     // Closes the file and takes it out of the application.
     void close(FileModel* file);
     // Whether the file may be closed. Closing never asks about unsaved changes.

@@ -61,6 +61,7 @@ inline const QString TITLE_INITIALIZE_PROGRESS = QStringLiteral("Initializing");
 inline const QString TITLE_CLOSE_MULTIPLE = QStringLiteral("Confirm Close Files");
 inline const QString TITLE_VERSION = QStringLiteral("No Version Detected");
 inline const QString TITLE_VERSION_SELECT = QStringLiteral("Select Version");
+inline const QString TITLE_CHECK_CONNECTION = QStringLiteral("Check Connection");
 inline const QString TITLE_WRITE_CONFIRM = QStringLiteral("Confirm Write");
 inline const QString TITLE_UPDATE_CONFIRM = QStringLiteral("Confirm Update");
 inline const QString TITLE_CONFIRM_WRITE = QStringLiteral("KX Setup Utility - Confirm Write");

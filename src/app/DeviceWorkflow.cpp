@@ -10,8 +10,10 @@
 #include "ui/KXFileModel.h"
 #include "ui/ProgressDialog.h"
 #include "ui/Prompts.h"
+#include "util/ConnectionDoctor.h"
 #include "util/KXCommunicator.h"
 #include "util/SerialPorts.h"
+#include "util/SerialSystem.h"
 #include "util/Uploader.h"
 
 #include <QDebug>
@@ -54,6 +56,10 @@ bool DeviceWorkflow::promptForCom(const QString& title) {
             }
             continue;
         }
+        if (answer.kind == PortAnswer::Check) {
+            checkConnection(answer.port);
+            continue;
+        }
         if (answer.kind != PortAnswer::Ok || answer.port.isEmpty()) {
             return false;
         }
@@ -66,6 +72,23 @@ bool DeviceWorkflow::promptForCom(const QString& title) {
         model.setLastPort(answer.port);
         return true;
     }
+}
+
+void DeviceWorkflow::checkConnection(const QString& port) {
+    util::LinuxSerialSystem machine;
+    if (c.getView()) {
+        c.getView()->setEnabled(false);
+    }
+    const util::DoctorReport report =
+        util::examineConnection(serialSystem ? *serialSystem : machine, port);
+    if (c.getView()) {
+        c.getView()->setEnabled(true);
+    }
+    if (!report.port.isEmpty()) {
+        c.getModel()->setLastPort(report.port);
+    }
+    c.prompts().message(report.ok() ? QMessageBox::Information : QMessageBox::Warning,
+                        TITLE_CHECK_CONNECTION, report.text());
 }
 
 void DeviceWorkflow::startProgress(const QString& title, QWidget* parent, bool showErrors) {

@@ -14,6 +14,10 @@
 
 class QWidget;
 
+namespace util {
+class SerialSystem;
+}
+
 namespace ui {
 
 class AppController;
@@ -24,8 +28,11 @@ public:
     explicit DeviceWorkflow(AppController& controller) : c(controller) {}
     ~DeviceWorkflow();
 
-    // Asks for the serial port; false when the user cancels.
+    // Asks for the serial port; false when the user cancels. Check connection shows what
+    // the connection doctor finds on the port and asks again.
     bool promptForCom(const QString& title);
+    // Where the connection doctor looks (the machine unless a test sets its own; not owned).
+    void setSerialSystem(util::SerialSystem* system) { serialSystem = system; }
     void readPressed();
     // Reads the instrument into a new file model (null on failure or cancel). Not
     // interactive: a version the catalogue does not know fails instead of asking.
@@ -46,12 +53,14 @@ private:
     void startProgress(const QString& title, QWidget* parent, bool showErrors);
     void endProgress();
     QString detectVersion();
+    void checkConnection(const QString& port);
     util::VersionContainer versionForRead(const QString& enq, bool interactive);
 
     AppController& c;
     QPointer<ProgressDialog> progress;
     QList<QMetaObject::Connection> wires;
     QMetaObject::Connection progressText;
+    util::SerialSystem* serialSystem = nullptr;
 };
 
 } // namespace ui

@@ -118,18 +118,20 @@ void FileWorkflow::newFile() {
 }
 
 void FileWorkflow::openFile() {
-    AppModel& model = *c.getModel();
+    const QString path = c.prompts().openFileName(TITLE_OPEN, c.getModel()->getLastOpenDir(),
+                                                  FILTER_HEX + QStringLiteral(";;") + FILTER_ALL);
+    if (!path.isEmpty()) {
+        openPath(path);
+    }
+}
+
+void FileWorkflow::openPath(const QString& path) {
     bool proceed = false;
     FileModel* previous = replaced(&proceed);
     if (!proceed) {
         return;
     }
-    const QString path = c.prompts().openFileName(TITLE_OPEN, model.getLastOpenDir(),
-                                                  FILTER_HEX + QStringLiteral(";;") + FILTER_ALL);
-    if (path.isEmpty()) {
-        return;
-    }
-    model.setLastOpenDir(QFileInfo(path).absolutePath());
+    c.getModel()->setLastOpenDir(QFileInfo(path).absolutePath());
     if (KXFileModel* file = open(path, path, AppController::getFileNameFromPath(path), false,
                                  util::VersionContainer())) {
         if (previous) {

@@ -19,6 +19,9 @@ public:
                       bool modified, const util::VersionContainer& forcedVersion);
     void newFile();
     void openFile();
+    // Opens a file named outside the dialogs (on the command line, by the desktop), as the
+    // Open command would after its file dialog.
+    void openPath(const QString& path);
     // Saves the current file, asking for a name when it has none or saveAs is set.
     void saveCurrent(bool saveAs);
     bool save(FileModel* file, bool saveAs);

@@ -1,5 +1,6 @@
-// kxsetup: the KX Setup Utility's main window. It takes no arguments of its own; every
-// data path resolves against the working directory (the folder holding data/).
+// kxsetup: the KX Setup Utility's main window. Its arguments are setup files to open
+// after the start; every data path resolves against the working directory (the folder
+// holding data/).
 #include "app/AppController.h"
 #include "app/AppModel.h"
 #include "app/Constants.h"
@@ -23,5 +24,11 @@ int main(int argc, char** argv) {
     if (!controller.initialize()) {
         return 1;
     }
+    // QApplication has taken its own options out of argv by now.
+    QStringList files;
+    for (int i = 1; i < argc; ++i) {
+        files << QString::fromLocal8Bit(argv[i]);
+    }
+    controller.openFiles(files);
     return app.exec();
 }

@@ -49,6 +49,10 @@ ComDialog::ComDialog(const QList<PortEntry>& ports, int index, const QString& la
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_ok = buttons->button(QDialogButtonBox::Ok);
     QPushButton* refresh = buttons->addButton(tr("&Refresh"), QDialogButtonBox::ResetRole);
+    QPushButton* check = buttons->addButton(tr("&Check connection"), QDialogButtonBox::ActionRole);
+    check->setToolTip(tr("Find out why the instrument does not answer: the cable's adapter, "
+                         "permissions, programs holding the port, and the instrument itself"));
+    connect(check, &QPushButton::clicked, this, [this] { finishWith(PortAnswer::Check); });
     connect(buttons, &QDialogButtonBox::accepted, this, [this] { finishWith(PortAnswer::Ok); });
     connect(buttons, &QDialogButtonBox::rejected, this, [this] { finishWith(PortAnswer::Cancel); });
     connect(refresh, &QPushButton::clicked, this, [this] { finishWith(PortAnswer::Refresh); });
@@ -95,7 +99,7 @@ void ComDialog::updateOk() {
 
 void ComDialog::finishWith(PortAnswer::Kind kind) {
     m_answer.kind = kind;
-    m_answer.port = kind == PortAnswer::Ok ? chosenPort() : QString();
+    m_answer.port = kind == PortAnswer::Ok || kind == PortAnswer::Check ? chosenPort() : QString();
     if (kind == PortAnswer::Ok) {
         accept();
     } else {

@@ -1,7 +1,8 @@
 #pragma once
 // The serial port choice: the ports found, each with its adapter's description and USB
 // identifiers where the platform knows them, a field to type a device path (a port the
-// platform does not list, such as a simulated instrument's), and Refresh.
+// platform does not list, such as a simulated instrument's), Refresh, and Check connection
+// (which explains what keeps the instrument from answering).
 #include "ui/Prompts.h"
 
 #include <QDialog>

@@ -19,9 +19,9 @@ using PortEntry = util::SerialPortDescription;
 
 // What the port dialog was answered with.
 struct PortAnswer {
-    enum Kind { Ok, Cancel, Refresh };
+    enum Kind { Ok, Cancel, Refresh, Check };
     Kind kind = Cancel;
-    QString port; // the chosen or typed device path, with Ok
+    QString port; // the chosen or typed device path, with Ok and Check
 };
 
 class Prompts {

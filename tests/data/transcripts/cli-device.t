@@ -31,3 +31,14 @@ against the simulated instrument are in tst_device).
   ! 
   ! c) The Korvex is not powered up or is in either setup mode or "...PC CONNECTION" mode. The device must be turned on and in the normal display mode.
   [2]
+
+kxsetup-cli doctor: usage errors (its findings are tested in tst_doctor).
+
+  $ kxsetup-cli doctor --port
+  ! kxsetup-cli: option --port needs a value
+  ! usage: kxsetup-cli [-C DIR] doctor [--port PATH]
+  [1]
+  $ kxsetup-cli doctor /dev/ttyUSB0
+  ! kxsetup-cli: unexpected argument /dev/ttyUSB0
+  ! usage: kxsetup-cli [-C DIR] doctor [--port PATH]
+  [1]
