@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the project needs that are not there yet.
-# usage: scripts/deps.sh [--qt 5|6] [--gui] [--bench] [--fuzz]
+# usage: scripts/deps.sh [--qt 5|6] [--gui] [--bench] [--fuzz] [--package]
 set -euo pipefail
 
 qt=6
@@ -10,6 +10,7 @@ while [ $# -gt 0 ]; do
         --qt) qt="$2"; shift 2 ;;
         --bench) extra+=(libbenchmark-dev srecord hyperfine); shift ;;
         --fuzz) extra+=(clang libclang-rt-dev); shift ;;
+        --package) extra+=(dpkg-dev lintian desktop-file-utils appstream librsvg2-bin); shift ;;
         *) echo "deps.sh: unknown option $1" >&2; exit 1 ;;
     esac
 done

@@ -8,9 +8,13 @@
 #include "ui/FirstPaint.h"
 
 #include <QApplication>
+#include <QIcon>
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
+    // The desktop's menu entry and icon (installed as kxsetup.desktop and the kxsetup icon).
+    QGuiApplication::setDesktopFileName(QStringLiteral("kxsetup"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("kxsetup")));
     qputenv("QT_QPA_FONTDIR", QCoreApplication::applicationDirPath().toUtf8() + "/data/fonts");
 
     ui::AppView view;

@@ -1,0 +1,28 @@
+# Fails when a manual page misses an option or command the program's --help names.
+# usage: cmake -DPROGRAM=<program> -DPAGE=<page.1> -P check_manpage.cmake
+execute_process(COMMAND ${PROGRAM} --help OUTPUT_VARIABLE help ERROR_VARIABLE help_err
+                RESULT_VARIABLE status)
+string(APPEND help "${help_err}")
+if(help STREQUAL "")
+    message(FATAL_ERROR "${PROGRAM} --help printed nothing (status ${status})")
+endif()
+file(READ ${PAGE} page)
+# Long options, and the command names of a "Commands:" list (two blanks, a word).
+string(REGEX MATCHALL "--[a-z][a-z-]*" words "${help}")
+string(REGEX MATCHALL "\n  [a-z]+ " commands "${help}")
+foreach(command ${commands})
+    string(STRIP "${command}" command)
+    list(APPEND words "${command}")
+endforeach()
+list(REMOVE_DUPLICATES words)
+set(missing "")
+foreach(word ${words})
+    string(REPLACE "-" "\\-" escaped "${word}")
+    string(FIND "${page}" "${escaped}" at)
+    if(at EQUAL -1)
+        list(APPEND missing "${word}")
+    endif()
+endforeach()
+if(missing)
+    message(FATAL_ERROR "${PAGE} does not mention: ${missing}")
+endif()

@@ -1,0 +1,139 @@
+// The installed launcher's per-user data folder: seeded on the first start, refreshed when
+// the installed data changes without overwriting what the user changed, added or removed,
+// and the helper program linked in. One scenario walks through three installations.
+#include "DataHome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using launcher::seedDataHome;
+
+namespace {
+
+bool put(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    return QDir().mkpath(QFileInfo(path).absolutePath()) && file.open(QIODevice::WriteOnly) &&
+           file.write(bytes) == bytes.size();
+}
+
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+}
+
+} // namespace
+
+class TestDataHome : public QObject {
+    Q_OBJECT
+private slots:
+    void dataHomeFollowsXdg_data() {
+        QTest::addColumn<QString>("xdg");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("XDG_DATA_HOME set") << "/x/data"
+                                           << "/x/data/kxsetup";
+        QTest::newRow("unset") << ""
+                               << "/home/rider/.local/share/kxsetup";
+        QTest::newRow("relative is ignored") << "data"
+                                             << "/home/rider/.local/share/kxsetup";
+    }
+    void dataHomeFollowsXdg() {
+        QFETCH(QString, xdg);
+        QFETCH(QString, expected);
+        QProcessEnvironment env;
+        env.insert(QStringLiteral("HOME"), QStringLiteral("/home/rider"));
+        if (!xdg.isEmpty()) {
+            env.insert(QStringLiteral("XDG_DATA_HOME"), xdg);
+        }
+        QCOMPARE(launcher::dataHome(env), expected);
+    }
+
+    void installationsComeAndGo() {
+        QTemporaryDir tmp;
+        QVERIFY(tmp.isValid());
+        const QString installed = tmp.filePath(QStringLiteral("share/data"));
+        const QString home = tmp.filePath(QStringLiteral("home/kxsetup"));
+        const QString helper = tmp.filePath(QStringLiteral("lib/serialup.exe"));
+        QVERIFY(put(helper, "#!helper"));
+        const auto installedFile = [&](const char* name, const QByteArray& bytes) {
+            return put(installed + QLatin1Char('/') + QLatin1String(name), bytes);
+        };
+        const auto at = [&](const char* name) { return QDir(home).filePath(QLatin1String(name)); };
+        QVERIFY(installedFile("device.txt", "devices 1"));
+        QVERIFY(installedFile("firmware/kx3/3.10.kxhex", "fw 3.10"));
+        QVERIFY(installedFile("help/3.10_help.html", "help 1"));
+        QVERIFY(installedFile("kxs/KX3-3.10.kxs", "layout 3.10"));
+
+        // First start: everything copied, the folders the application writes to made, the
+        // helper linked.
+        launcher::SeedResult r = seedDataHome(installed, home, helper);
+        QVERIFY2(r.ok, qPrintable(r.error));
+        QCOMPARE(r.copied.size(), 4);
+        QCOMPARE(contents(at("data/firmware/kx3/3.10.kxhex")), QByteArray("fw 3.10"));
+        QVERIFY(QFileInfo(at("setups/backups")).isDir());
+        QVERIFY(QFileInfo(at("data/serialup.exe")).isSymLink());
+        QCOMPARE(contents(at("data/serialup.exe")), QByteArray("#!helper"));
+
+        // The user works: edits the help, downloads firmware, saves a setup, removes a
+        // firmware version. The same installation starts again: nothing changes.
+        QVERIFY(put(at("data/help/3.10_help.html"), "my notes"));
+        QVERIFY(put(at("data/firmware/kx3/3.20.kxhex"), "downloaded 3.20"));
+        QVERIFY(put(at("setups/bike.hex"), "my setup"));
+        QVERIFY(QFile::remove(at("data/kxs/KX3-3.10.kxs")));
+        r = seedDataHome(installed, home, helper);
+        QVERIFY(r.ok);
+        QCOMPARE(r.copied, QStringList());
+        QVERIFY(!QFileInfo::exists(at("data/kxs/KX3-3.10.kxs")));
+
+        // A new installation changes every file it had and brings new ones, one of them at
+        // the path of the user's download.
+        QVERIFY(installedFile("device.txt", "devices 2"));
+        QVERIFY(installedFile("firmware/kx3/3.10.kxhex", "fw 3.10 fixed"));
+        QVERIFY(installedFile("help/3.10_help.html", "help 2"));
+        QVERIFY(installedFile("kxs/KX3-3.10.kxs", "layout 3.10 fixed"));
+        QVERIFY(installedFile("firmware/kx3/3.20.kxhex", "packaged 3.20"));
+        QVERIFY(installedFile("kxs/KX3-3.20.kxs", "layout 3.20"));
+        r = seedDataHome(installed, home, helper);
+        QVERIFY2(r.ok, qPrintable(r.error));
+        r.copied.sort();
+        QCOMPARE(r.copied, QStringList({"data/device.txt", "data/firmware/kx3/3.10.kxhex",
+                                        "data/kxs/KX3-3.20.kxs"}));
+        QCOMPARE(contents(at("data/device.txt")), QByteArray("devices 2"));
+        QCOMPARE(contents(at("data/help/3.10_help.html")), QByteArray("my notes"));
+        QCOMPARE(contents(at("data/firmware/kx3/3.20.kxhex")), QByteArray("downloaded 3.20"));
+        QCOMPARE(contents(at("setups/bike.hex")), QByteArray("my setup"));
+        QVERIFY(!QFileInfo::exists(at("data/kxs/KX3-3.10.kxs"))); // removed stays removed
+
+        // The helper moved: the link follows; a helper the user put there is left alone.
+        const QString moved = tmp.filePath(QStringLiteral("lib2/serialup.exe"));
+        QVERIFY(put(moved, "#!helper 2"));
+        QVERIFY(seedDataHome(installed, home, moved).ok);
+        QCOMPARE(contents(at("data/serialup.exe")), QByteArray("#!helper 2"));
+        QVERIFY(QFile::remove(at("data/serialup.exe")) && put(at("data/serialup.exe"), "mine"));
+        QVERIFY(seedDataHome(installed, home, helper).ok);
+        QCOMPARE(contents(at("data/serialup.exe")), QByteArray("mine"));
+    }
+
+    void refusals() {
+        QTemporaryDir tmp;
+        QVERIFY(tmp.isValid());
+        const QString home = tmp.filePath(QStringLiteral("home"));
+        launcher::SeedResult r =
+            seedDataHome(tmp.filePath(QStringLiteral("nothing")), home, QStringLiteral("/x"));
+        QVERIFY(!r.ok);
+        QVERIFY(r.error.contains(QStringLiteral("is missing")));
+        QVERIFY(!QFileInfo::exists(home)); // nothing made
+
+        QVERIFY(put(tmp.filePath(QStringLiteral("data/device.txt")), "d"));
+        QVERIFY(put(tmp.filePath(QStringLiteral("file")), "a file, not a folder"));
+        r = seedDataHome(tmp.filePath(QStringLiteral("data")), tmp.filePath(QStringLiteral("file")),
+                         QStringLiteral("/x"));
+        QVERIFY(!r.ok);
+        QVERIFY(r.error.startsWith(QStringLiteral("Cannot create the data folder")));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestDataHome)
+#include "tst_datahome.moc"

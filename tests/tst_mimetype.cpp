@@ -1,0 +1,87 @@
+// The setup file type the package installs: a setup file (Intel HEX whose first record is
+// one of our metadata records) is recognised by its content, as a .hex file or without an
+// extension; other HEX files are plain Intel HEX; firmware files go by their extension, and the
+// desktop file offers the application for setup files.
+#include "support/HexFixtures.h"
+#include "support/TestSupport.h"
+
+#include <QDir>
+#include <QFile>
+#include <QMimeDatabase>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace hex = testsupport::hex;
+
+namespace {
+
+bool write(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    return QDir().mkpath(QFileInfo(path).absolutePath()) && file.open(QIODevice::WriteOnly) &&
+           file.write(bytes) == bytes.size();
+}
+
+} // namespace
+
+class TestMimeType : public QObject {
+    Q_OBJECT
+private slots:
+    void byContent_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("type");
+        const QByteArray data = hex::dataLine(0xE000, QByteArray::fromHex("0102")) + hex::eofLine();
+        QTest::newRow("setup file, firmware version first")
+            << "bike.hex" << hex::metaLine(0xC0, "3.10") + data << "application/x-kxsetup-hex";
+        QTest::newRow("setup file, layout version first")
+            << "bike.hex" << hex::metaLine(0xC1, "KX3-3.10") + data << "application/x-kxsetup-hex";
+        QTest::newRow("setup file, ENQ text first")
+            << "bike.hex" << hex::metaLine(0xC2, "3.10") + data << "application/x-kxsetup-hex";
+        QTest::newRow("setup file without an extension")
+            << "bike" << hex::metaLine(0xC0, "3.10") + data << "application/x-kxsetup-hex";
+        QTest::newRow("plain Intel HEX") << "blink.hex" << data << "text/x-ihex";
+        QTest::newRow("metadata record not first")
+            << "blink.hex" << data + hex::metaLine(0xC0, "x") << "text/x-ihex";
+        QTest::newRow("firmware file") << "3.10.kxhex" << hex::metaLine(0xC0, "3.10") + data
+                                       << "application/x-kxsetup-firmware";
+    }
+    void byContent() {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, text);
+        QFETCH(QString, type);
+        QTemporaryDir tmp;
+        const QString path = tmp.filePath(name);
+        QVERIFY(write(path, text));
+        const QMimeType found = QMimeDatabase().mimeTypeForFile(path);
+        QCOMPARE(found.name(), type);
+        if (type == QLatin1String("application/x-kxsetup-hex")) {
+            QVERIFY(found.inherits(QStringLiteral("text/plain")));
+        }
+    }
+
+    void desktopFileOpensSetupFiles() {
+        QSettings desktop(testsupport::sourceDir() + QStringLiteral("/packaging/kxsetup.desktop"),
+                          QSettings::IniFormat);
+        desktop.beginGroup(QStringLiteral("Desktop Entry"));
+        QCOMPARE(desktop.value(QStringLiteral("Exec")).toString(), QStringLiteral("kxsetup %F"));
+        QVERIFY(desktop.value(QStringLiteral("MimeType"))
+                    .toString()
+                    .split(QLatin1Char(';'))
+                    .contains(QStringLiteral("application/x-kxsetup-hex")));
+    }
+};
+
+int main(int argc, char** argv) {
+    // The type definitions as installed, ahead of the system's.
+    QTemporaryDir data;
+    QDir().mkpath(data.filePath(QStringLiteral("mime/packages")));
+    QFile::copy(testsupport::sourceDir() + QStringLiteral("/packaging/kxsetup-mime.xml"),
+                data.filePath(QStringLiteral("mime/packages/kxsetup.xml")));
+    qputenv("XDG_DATA_DIRS", QFile::encodeName(data.path()) + ":/usr/local/share:/usr/share");
+    QCoreApplication app(argc, argv);
+    TestMimeType test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_mimetype.moc"
