@@ -49,7 +49,7 @@ ComDialog::ComDialog(const QList<PortEntry>& ports, int index, const QString& la
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_ok = buttons->button(QDialogButtonBox::Ok);
     QPushButton* refresh = buttons->addButton(tr("&Refresh"), QDialogButtonBox::ResetRole);
-    QPushButton* check = buttons->addButton(tr("&Check connection"), QDialogButtonBox::ActionRole);
+    QPushButton* check = buttons->addButton(tr("&Check connection"), QDialogButtonBox::ResetRole);
     check->setToolTip(tr("Find out why the instrument does not answer: the cable's adapter, "
                          "permissions, programs holding the port, and the instrument itself"));
     connect(check, &QPushButton::clicked, this, [this] { finishWith(PortAnswer::Check); });

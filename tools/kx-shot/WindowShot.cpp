@@ -8,14 +8,20 @@
 #include "sf/SettingsTableModel.h"
 #include "sf/SetupFile.h"
 #include "ui/AppView.h"
+#include "ui/ComDialog.h"
 #include "ui/KXFileModel.h"
 #include "ui/KXFileView.h"
 #include "ui/MainWindow.h"
 #include "ui/MigrationDialog.h"
 #include "ui/Prompts.h"
+#include "util/ConnectionDoctor.h"
+#include "util/SerialPorts.h"
+#include "util/SerialSystem.h"
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QLineEdit>
+#include <QPainter>
 #include <QPixmap>
 
 #include <cstdio>
@@ -130,6 +136,30 @@ int shootUpdate(const QString& file, const QString& target, const QSize& size,
         QApplication::processEvents();
     }
     if (!shown->grab().save(output)) {
+        std::fprintf(stderr, "kx-shot: cannot write %s\n", qPrintable(output));
+        return 2;
+    }
+    return 0;
+}
+
+int shootDoctor(const QString& port, const QString& output) {
+    ui::ComDialog dialog(util::describePorts({port}), 0, port, ui::TITLE_READ);
+    util::LinuxSerialSystem machine;
+    const util::DoctorReport report = util::examineConnection(machine, port);
+    QMessageBox box(report.ok() ? QMessageBox::Information : QMessageBox::Warning,
+                    ui::TITLE_CHECK_CONNECTION, report.text());
+    dialog.show();
+    box.show();
+    QApplication::processEvents();
+    const QPixmap left = dialog.grab();
+    const QPixmap right = box.grab();
+    QPixmap both(left.width() + right.width() + 24, qMax(left.height(), right.height()) + 16);
+    both.fill(QColor(0x5a, 0x5a, 0x5a));
+    QPainter painter(&both);
+    painter.drawPixmap(8, 8, left);
+    painter.drawPixmap(left.width() + 16, 8, right);
+    painter.end();
+    if (!both.save(output)) {
         std::fprintf(stderr, "kx-shot: cannot write %s\n", qPrintable(output));
         return 2;
     }

@@ -11,3 +11,7 @@ int shootWindow(const QString& file, const QString& select, const QSize& size,
 // version, the preview of carrying that file's settings into the target.
 int shootUpdate(const QString& file, const QString& target, const QSize& size,
                 const QString& output);
+
+// Renders the port dialog with PORT typed in, beside the report Check connection shows for
+// it on this machine.
+int shootDoctor(const QString& port, const QString& output);

@@ -9,6 +9,8 @@
 //   kx-shot -C DIR --update [FILE --to FW] -o IMAGE.png [--size WxH]
 //           (the firmware update window, or the preview of FILE's settings carried
 //           into firmware FW)
+//   kx-shot --doctor PORT -o IMAGE.png
+//           (the port dialog and what Check connection reports for PORT)
 #include "WindowShot.h"
 
 #include "sf/SettingManager.h"
@@ -35,6 +37,7 @@ int main(int argc, char** argv) {
     bool window = false;
     bool update = false;
     QString target;
+    QString doctorPort;
     for (int i = 0; i < args.size(); ++i) {
         const QString& a = args.at(i);
         const bool more = i + 1 < args.size();
@@ -57,6 +60,8 @@ int main(int argc, char** argv) {
             window = true;
         } else if (a == QLatin1String("--update")) {
             update = true;
+        } else if (a == QLatin1String("--doctor") && more) {
+            doctorPort = args.at(++i);
         } else if (a == QLatin1String("--to") && more) {
             target = args.at(++i);
         } else if (file.isEmpty() && !a.startsWith(QLatin1Char('-'))) {
@@ -66,6 +71,9 @@ int main(int argc, char** argv) {
                                  "[--search TEXT] [--select NAME] [--unfold NAME] [--protected]\n");
             return 1;
         }
+    }
+    if (!doctorPort.isEmpty() && !output.isEmpty()) {
+        return shootDoctor(doctorPort, output);
     }
     if (update && !output.isEmpty()) {
         output = QFileInfo(output).absoluteFilePath();
