@@ -4,6 +4,7 @@
 #include "support/AppFixture.h"
 #include "support/FirmwareServer.h"
 #include "support/SampleData.h"
+#include "support/TableFile.h"
 
 #include "app/Constants.h"
 #include "sf/SettingManager.h"
@@ -107,16 +108,7 @@ private slots:
     }
 
     void fileNameFromPath_data() {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("unix") << "/home/rider/setups/a.hex"
-                              << "a.hex";
-        QTest::newRow("windows") << "C:\\setups\\b.hex"
-                                 << "b.hex";
-        QTest::newRow("mixed") << "./x\\y/c.hex"
-                               << "c.hex";
-        QTest::newRow("bare") << "d.hex"
-                              << "d.hex";
+        testsupport::loadTable(QStringLiteral("appcontroller-fileNameFromPath.txt"));
     }
     void fileNameFromPath() {
         QFETCH(QString, path);

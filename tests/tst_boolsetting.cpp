@@ -51,15 +51,7 @@ private slots:
 };
 
 void TestBoolSetting::sizes_data() {
-    QTest::addColumn<QString>("bitCount");
-    QTest::addColumn<int>("bytes"); // 0: does not build
-    QTest::newRow("3 bits in 1 byte") << "3" << 1;
-    QTest::newRow("8 bits in 1 byte") << "8" << 1;
-    QTest::newRow("9 bits in 2 bytes") << "9" << 2;
-    QTest::newRow("24 bits in 3 bytes, not rounded up") << "24" << 3;
-    QTest::newRow("zero bits") << "0" << 0;
-    QTest::newRow("not a number") << "x" << 0;
-    QTest::newRow("signed format is no bit count") << "u8" << 0;
+    testsupport::loadTable(QStringLiteral("boolsetting-sizes.txt"));
 }
 
 void TestBoolSetting::sizes() {
@@ -191,13 +183,7 @@ void TestBoolSetting::labels() {
 }
 
 void TestBoolSetting::malformedLabels_data() {
-    QTest::addColumn<QString>("field");
-    QTest::newRow("unknown option") << "{\"a\" sideways}";
-    QTest::newRow("option without value") << "{\"a\" wsi =}";
-    QTest::newRow("empty entry") << "{\"a\", , \"b\"}";
-    QTest::newRow("nested braces") << "{\"a\", {\"b\"}}";
-    QTest::newRow("text after the braces") << "{\"a\"} \"b\"";
-    QTest::newRow("number as option") << "{\"a\" 5}";
+    testsupport::loadTable(QStringLiteral("boolsetting-malformedLabels.txt"));
 }
 
 void TestBoolSetting::malformedLabels() {

@@ -3,6 +3,7 @@
 
 #include "sf/CategoryIndex.h"
 #include "support/CategoryFixtures.h"
+#include "support/TableFile.h"
 
 #include <QPointer>
 #include <QtTest>
@@ -28,15 +29,7 @@ private slots:
 };
 
 void TestCategoryIndex::constructionLimits_data() {
-    QTest::addColumn<int>("size");
-    QTest::addColumn<int>("forced");
-    QTest::addColumn<int>("expectedSize");
-    QTest::addColumn<int>("expectedForced");
-    QTest::newRow("zero size becomes one") << 0 << -1 << 1 << -1;
-    QTest::newRow("negative size becomes one") << -7 << 2 << 1 << 2;
-    QTest::newRow("forced -5 becomes -1") << 3 << -5 << 3 << -1;
-    QTest::newRow("smallest legal values kept") << 1 << -1 << 1 << -1;
-    QTest::newRow("forced zero kept") << 9 << 0 << 9 << 0;
+    testsupport::loadTable(QStringLiteral("categoryindex-constructionLimits.txt"));
 }
 
 void TestCategoryIndex::constructionLimits() {

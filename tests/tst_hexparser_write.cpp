@@ -49,20 +49,7 @@ QByteArray bytesOf(int n, int seed) {
 class TestHexParserWrite : public QObject {
     Q_OBJECT
 private slots:
-    void plain_data() {
-        QTest::addColumn<QString>("fw");
-        QTest::addColumn<QString>("kxs");
-        QTest::addColumn<QString>("enq");
-        QTest::addColumn<QString>("records");
-
-        // clang-format off
-        QTest::newRow("all metadata")        << "KX3.06" << "KX3p06" << "Korvex KX3" << "X0001 DE000:0102";
-        QTest::newRow("only layout version") << "" << "KX3p06" << "" << "DE000:01";
-        QTest::newRow("nothing at all")      << "" << "" << "" << "";
-        QTest::newRow("order and other types kept") << "v1" << "" << "" << "T03@0000:00001234 D2000:02 D1000:01 X0031 D0000:03";
-        QTest::newRow("text cut to 255 bytes") << "" << "" << QString(300, QLatin1Char('w')) << "";
-        // clang-format on
-    }
+    void plain_data() { testsupport::loadTable(QStringLiteral("hexparser-write-plain.txt")); }
 
     void plain() {
         QFETCH(QString, fw);

@@ -245,16 +245,7 @@ private slots:
         QCOMPARE(raw->getCodeName(), QStringLiteral("A"));
     }
 
-    void integers_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<quint32>("value");
-        QTest::newRow("one byte") << "I1" << 0xABu;
-        QTest::newRow("four bytes little-endian") << "I4" << 0x89ABCDEFu;
-        QTest::newRow("eight bytes give the low half") << "I8" << 0x23456789u;
-        QTest::newRow("three bytes are refused") << "I3" << 0u;
-        QTest::newRow("string entry is no integer") << "S" << 0u;
-        QTest::newRow("missing") << "Nope" << 0u;
-    }
+    void integers_data() { testsupport::loadTable(QStringLiteral("interpreter-integers.txt")); }
 
     void integers() {
         QFETCH(QString, name);
@@ -272,16 +263,7 @@ private slots:
     }
 
     void stringLists_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QStringList>("list");
-        QTest::addColumn<QString>("countName");
-        QTest::newRow("whole list") << "Modes" << QStringList{"Off", "Eco", "Sport"} << "Three";
-        QTest::newRow("shorter count") << "Modes" << QStringList{"Off", "Eco"} << "Two";
-        QTest::newRow("from the middle") << "Mid" << QStringList{"Eco", "Sport"} << "Two";
-        QTest::newRow("partial list is never returned") << "Mid" << QStringList{} << "Three";
-        QTest::newRow("zero count") << "Modes" << QStringList{} << "Zero";
-        QTest::newRow("missing count") << "Modes" << QStringList{} << "Nope";
-        QTest::newRow("huge count") << "Modes" << QStringList{} << "Huge";
+        testsupport::loadTable(QStringLiteral("interpreter-stringLists.txt"));
     }
 
     void stringLists() {

@@ -3,6 +3,7 @@
 #include "sf/ListSetting.h"
 
 #include "support/FakeSettingHost.h"
+#include "support/TableFile.h"
 
 #include <QtTest>
 
@@ -43,17 +44,7 @@ private slots:
 };
 
 void TestListSetting::construction_data() {
-    QTest::addColumn<QString>("definition");
-    QTest::addColumn<bool>("builds");
-    QTest::newRow("count then list name") << LIST << true;
-    QTest::newRow("quoted names") << "list, CHEM, \"CHEM_COUNT\", \"CHEM_0\", \"Chemistry\""
-                                  << true;
-    QTest::newRow("names swapped: no such list")
-        << "list, CHEM, CHEM_0, CHEM_COUNT, \"Chemistry\"" << false;
-    QTest::newRow("unknown list") << "list, CHEM, N, OTHER, \"Chemistry\"" << false;
-    QTest::newRow("WSI of two tokens")
-        << "list, CHEM X, CHEM_COUNT, CHEM_0, \"Chemistry\"" << false;
-    QTest::newRow("malformed name") << "list, CHEM, CHEM_COUNT, CHEM_0, 12" << false;
+    testsupport::loadTable(QStringLiteral("listsetting-construction.txt"));
 }
 
 void TestListSetting::construction() {

@@ -2,6 +2,7 @@
 // display names, constructors and the operator table.
 #include "sf/parser/MathOp.h"
 #include "sf/parser/Token.h"
+#include "support/TableFile.h"
 
 #include <QRegularExpression>
 #include <QtTest>
@@ -118,15 +119,7 @@ void TestToken::recognitionMatchesPatternsExhaustively() {
 }
 
 void TestToken::numberConstructor_data() {
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("payload");
-    QTest::newRow("integer") << 64.0 << "64";
-    QTest::newRow("fraction") << 39.0625 << "39.0625";
-    QTest::newRow("six significant digits") << 1.0 / 3.0 << "0.333333";
-    QTest::newRow("negative") << -2.5 << "-2.5";
-    QTest::newRow("million uses exponent") << 1e6 << "1e+06";
-    QTest::newRow("large rounded") << 123456789.0 << "1.23457e+08";
-    QTest::newRow("smaller uses exponent") << 0.00001 << "1e-05";
+    testsupport::loadTable(QStringLiteral("token-numberConstructor.txt"));
 }
 
 void TestToken::numberConstructor() {

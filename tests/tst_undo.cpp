@@ -42,12 +42,10 @@ private slots:
     void nothingToUndoOrRedo();
     void editRecords_data();
     void editRecords();
-    void undoAndRedoTheWholeGroupExactly();
     void imageValuesOutOfRange_data();
     void imageValuesOutOfRange();
-    void undoTwiceThenEditDiscardsTheRedoHistory();
     void chainsOfDependentsAreFollowed();
-    void undoRedoAcrossSeveralGroups();
+    void randomEditsUndoAndRedoLikeAStackOfStates();
 
 private:
     std::unique_ptr<SettingManager> m_manager;
@@ -141,37 +139,6 @@ void TestUndo::editRecords() {
     }
 }
 
-void TestUndo::undoAndRedoTheWholeGroupExactly() {
-    const QMap<QString, QByteArray> before = snapshot(*m_manager);
-    QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1")));
-    // The dependents were clamped into their new ranges.
-    QCOMPARE(m_manager->getSettingData(QStringLiteral("Lim1"), sf::RoleEdit).toDouble(), 42.0);
-    QCOMPARE(m_manager->getSettingData(QStringLiteral("Low1"), sf::RoleEdit).toDouble(), 30.0);
-    const QMap<QString, QByteArray> after = snapshot(*m_manager);
-    // The group's head is the edit itself, not its last (chained) action.
-    const sf::ActionTracker* head = m_manager->getPreviousUndoAction();
-    QCOMPARE(head, m_manager->undoHistory().at(0));
-
-    QSignalSpy modified(m_manager.get(), &SettingManager::settingModified);
-    QCOMPARE(m_manager->undoAction(), head);
-    QCOMPARE(head->getSetting(), m_manager->getSetting(QStringLiteral("Cells1")));
-    QVERIFY(!head->isChained());
-    QCOMPARE(modified.count(), 1);
-    QCOMPARE(snapshot(*m_manager), before);
-    QVERIFY(!m_manager->getPreviousUndoAction());
-    QVERIFY(!m_manager->canUndo());
-    QVERIFY(m_manager->canRedo());
-
-    QCOMPARE(m_manager->redoAction(), head);
-    QCOMPARE(modified.count(), 2);
-    QCOMPARE(snapshot(*m_manager), after);
-    QCOMPARE(m_manager->undoHistory().position(), 2);
-    QVERIFY(!m_manager->canRedo());
-    // And back once more: undo after redo restores the first state again.
-    QVERIFY(m_manager->undoAction());
-    QCOMPARE(snapshot(*m_manager), before);
-}
-
 void TestUndo::imageValuesOutOfRange_data() {
     QTest::addColumn<int>("offset"); // of a two-byte value in the image
     QTest::addColumn<QByteArray>("value");
@@ -210,26 +177,6 @@ void TestUndo::imageValuesOutOfRange() {
     QCOMPARE(manager.getSettingData(QStringLiteral("Low1"), sf::RoleMaximum).toDouble(), 36.0);
 }
 
-void TestUndo::undoTwiceThenEditDiscardsTheRedoHistory() {
-    QVERIFY(m_manager->setSettingData(3, QStringLiteral("Early")));
-    QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1"))); // 3 actions
-    QVERIFY(m_manager->setSettingData(2, QStringLiteral("Screen")));
-    QCOMPARE(m_manager->undoHistory().size(), 5);
-    QVERIFY(m_manager->undoAction());
-    QVERIFY(m_manager->undoAction());
-    QCOMPARE(m_manager->undoHistory().position(), 0);
-    QVERIFY(m_manager->canRedo());
-
-    QVERIFY(m_manager->setSettingData(true, QStringLiteral("Flags"), 1));
-    QVERIFY(!m_manager->canRedo());
-    QVERIFY(!m_manager->redoAction());
-    QCOMPARE(m_manager->undoHistory().size(), 2);
-    QCOMPARE(m_manager->undoHistory().at(1)->getSetting()->getCodeName(), QStringLiteral("Flags"));
-    // The discarded edits stay undone.
-    QCOMPARE(m_manager->getSettingData(QStringLiteral("Cells1"), sf::RoleEdit).toInt(), 12);
-    QCOMPARE(m_manager->getSettingData(QStringLiteral("Screen"), sf::RoleEdit).toInt(), 1);
-}
-
 void TestUndo::chainsOfDependentsAreFollowed() {
     // C's range follows B's value, B's follows A's: lowering A clamps B, which clamps C.
     const QString source =
@@ -256,29 +203,56 @@ void TestUndo::chainsOfDependentsAreFollowed() {
     QCOMPARE(snapshot(manager), before);
 }
 
-// Three groups, the first of three actions: undo steps back a group at a time (the
-// previous undo action being the head of the group before), redo forward again.
-void TestUndo::undoRedoAcrossSeveralGroups() {
-    QList<QMap<QString, QByteArray>> states{snapshot(*m_manager)};
-    QList<const sf::ActionTracker*> heads{nullptr};
-    QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1")));
-    states << snapshot(*m_manager);
-    heads << m_manager->getPreviousUndoAction();
-    QVERIFY(m_manager->setSettingData(true, QStringLiteral("Boxes"), 2));
-    states << snapshot(*m_manager);
-    heads << m_manager->getPreviousUndoAction();
-    QVERIFY(m_manager->setSettingData(8, QStringLiteral("Cells1")));
-    states << snapshot(*m_manager);
-    QCOMPARE(heads.at(2), m_manager->undoHistory().at(3));
-
-    for (int i = states.size() - 2; i >= 0; --i) {
-        QVERIFY(m_manager->undoAction());
-        QCOMPARE(snapshot(*m_manager), states.at(i));
-        QCOMPARE(m_manager->getPreviousUndoAction(), heads.at(i));
-    }
-    for (int i = 1; i < states.size(); ++i) {
-        QVERIFY(m_manager->redoAction());
-        QCOMPARE(snapshot(*m_manager), states.at(i));
+// Random edits (numbers that clamp dependents, bits, boxes, list entries, values already
+// there), undos and redos against a model: the list of states the user went through and
+// where in it they are. Every undo and redo puts back exactly the state of the model, a
+// group at a time; an edit after undos discards the states ahead; an edit that changes
+// nothing records nothing.
+void TestUndo::randomEditsUndoAndRedoLikeAStackOfStates() {
+    struct Edit {
+        const char* name;
+        int subIndex;
+        int low;
+        int high;
+    };
+    const Edit edits[] = {{"Cells1", -1, 8, 20}, {"Early", -1, 0, 3}, {"Screen", -1, 0, 2},
+                          {"Flags", 1, 0, 1},    {"Boxes", 2, 0, 1},  {"Lim1", -1, 30, 50}};
+    for (quint32 seed = 1; seed <= 40; ++seed) {
+        init();
+        QRandomGenerator random(seed);
+        QList<QMap<QString, QByteArray>> states{snapshot(*m_manager)};
+        QList<const sf::ActionTracker*> heads{nullptr}; // the edit that led to each state
+        int at = 0;
+        for (int step = 0; step < 30; ++step) {
+            const int what = random.bounded(4);
+            const QString where = QStringLiteral("seed %1, step %2").arg(seed).arg(step);
+            QSignalSpy modified(m_manager.get(), &SettingManager::settingModified);
+            if (what == 0) {
+                QCOMPARE(m_manager->undoAction() != nullptr, at > 0);
+                at = qMax(at - 1, 0);
+            } else if (what == 1) {
+                QCOMPARE(m_manager->redoAction() != nullptr, at < states.size() - 1);
+                at = qMin(at + 1, int(states.size()) - 1);
+            } else {
+                const Edit& e = edits[random.bounded(int(std::size(edits)))];
+                const int value = e.low + random.bounded(e.high - e.low + 1);
+                m_manager->setSettingData(value, QString::fromLatin1(e.name), e.subIndex);
+                const QMap<QString, QByteArray> now = snapshot(*m_manager);
+                if (now != states.at(at)) {
+                    states = states.mid(0, at + 1) << now;
+                    heads = heads.mid(0, at + 1) << m_manager->getPreviousUndoAction();
+                    ++at;
+                    QCOMPARE(heads.at(at)->getSetting()->getCodeName(), QString(e.name));
+                    QVERIFY(!heads.at(at)->isChained());
+                }
+            }
+            QVERIFY2(snapshot(*m_manager) == states.at(at), qPrintable(where));
+            QVERIFY2(modified.count() <= 1, qPrintable(where));
+            QCOMPARE(m_manager->getPreviousUndoAction(), heads.at(at));
+            QCOMPARE(m_manager->canUndo(), at > 0);
+            QCOMPARE(m_manager->canRedo(), at < states.size() - 1);
+        }
+        cleanup();
     }
 }
 

@@ -66,7 +66,9 @@ void TestVersionContainer::compareLooksOnlyAtFirmwareVersion() {
     QVERIFY(a != b);
 }
 
-void TestVersionContainer::printVersion_data() { testsupport::loadTable(QStringLiteral("versioncontainer-printVersion.txt")); }
+void TestVersionContainer::printVersion_data() {
+    testsupport::loadTable(QStringLiteral("versioncontainer-printVersion.txt"));
+}
 
 void TestVersionContainer::printVersion() {
     QFETCH(QString, name);
