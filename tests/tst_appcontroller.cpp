@@ -216,6 +216,21 @@ private slots:
         }
     }
 
+    // Files named on the command line (a double click in the file manager) open after the
+    // start, relative names against the working folder, the last one in front.
+    void openFilesNamedOnTheCommandLine() {
+        App app;
+        QVERIFY(app.controller.initialize());
+        app.view.action("enableMultiple")->trigger();
+        QVERIFY(QFile::copy(app.folder.path("data/firmware/kx3/3.20.kxhex"),
+                            app.folder.path("setups/bike.hex")));
+        app.controller.openFiles({app.folder.path("data/firmware/v306.kxhex"), "setups/bike.hex"});
+        QCOMPARE(app.view.tabCount(), 3);
+        QCOMPARE(app.current()->getTitle(), QStringLiteral("bike.hex"));
+        QCOMPARE(app.current()->getFWVersion(), QStringLiteral("3.20"));
+        QVERIFY(app.prompts.shown.isEmpty());
+    }
+
     void openBrokenFile() {
         App app;
         QVERIFY(app.controller.initialize());
