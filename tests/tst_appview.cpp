@@ -3,6 +3,7 @@
 // the value is there. Also the window's commands follow the model's states, and the
 // status bar shows the current file's status.
 #include "support/AppFixture.h"
+#include "support/TestSupport.h"
 
 #include "app/Constants.h"
 #include "sf/SettingManager.h"
@@ -14,6 +15,8 @@
 
 #include <QAction>
 #include <QLineEdit>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QtTest>
 
 using testsupport::App;
@@ -89,6 +92,23 @@ private slots:
         QCOMPARE(again.current()->getTitle(), QStringLiteral("mine.hex"));
         QCOMPARE(again.current()->manager()->getSettingData(capacity, sf::RoleEdit).toDouble(),
                  27.25);
+    }
+
+    // The program itself, asked to end after its first paint (what the start-up benchmark
+    // and the package check rely on): it paints, says when, and ends well.
+    void programEndsAfterItsFirstPaintWhenAsked() {
+        testsupport::RuntimeCopy folder;
+        QProcess program;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("KX_QUIT_AFTER_FIRST_PAINT"), QStringLiteral("1"));
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        program.setProcessEnvironment(env);
+        program.start(testsupport::toolPath(QStringLiteral("kxsetup")), {});
+        QVERIFY(program.waitForFinished(60000));
+        QCOMPARE(program.exitCode(), 0);
+        const QString out = QString::fromLocal8Bit(program.readAllStandardOutput());
+        QVERIFY2(QRegularExpression(QStringLiteral("^painted \\d+\n$")).match(out).hasMatch(),
+                 qPrintable(out));
     }
 
     // The port scan waits for the window's first paint, and is done before anyone can ask.

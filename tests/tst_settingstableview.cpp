@@ -10,7 +10,9 @@
 
 #include "support/ManagerFixtures.h"
 
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QStandardItemModel>
 #include <QtTest>
 
 using sf::SettingManager;
@@ -114,6 +116,32 @@ private slots:
         QTest::mouseClick(button, Qt::LeftButton);
         QCOMPARE(s.model.rowCount(), rows);
         QVERIFY(!s.manager.isExpanded(QStringLiteral("Boxes")));
+    }
+
+    // The row header measures its widest name once, and again after every change of the
+    // rows or their names: always as wide as a header that measures from scratch.
+    void rowHeaderFollowsItsNames() {
+        QStandardItemModel model(1, 1);
+        model.setVerticalHeaderItem(0, new QStandardItem(QStringLiteral("Cells")));
+        sf::ui::PlainHeader header;
+        header.setModel(&model);
+        const auto measuredAgain = [&model] {
+            sf::ui::PlainHeader fresh;
+            fresh.setModel(&model);
+            return fresh.sizeHint().width();
+        };
+        const int narrow = header.sizeHint().width();
+        QCOMPARE(narrow, measuredAgain());
+        const QString wide = QStringLiteral("Lifetime battery energy used");
+        model.appendRow(new QStandardItem);
+        model.setVerticalHeaderItem(1, new QStandardItem(wide));
+        QVERIFY(header.sizeHint().width() > narrow);
+        QCOMPARE(header.sizeHint().width(), measuredAgain());
+        model.removeRow(1);
+        QCOMPARE(header.sizeHint().width(), narrow);
+        model.setHeaderData(0, Qt::Vertical, wide);
+        QCOMPARE(header.sizeHint().width(), measuredAgain());
+        QVERIFY(header.sizeHint().width() > narrow);
     }
 
     void disabledRowEnabledFromItsHeader() {
