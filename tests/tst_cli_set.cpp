@@ -5,6 +5,7 @@
 #include "support/CliRunner.h"
 #include "support/SampleData.h"
 #include "support/TableFile.h"
+#include "support/TestSupport.h"
 
 #include "sf/parser/PhantomBytes.h"
 
@@ -41,11 +42,6 @@ QStringList get(const QString& file, const QStringList& names) {
     return run.exitCode == 0
                ? run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts)
                : QStringList{QStringLiteral("exit %1: %2").arg(run.exitCode).arg(run.err)};
-}
-
-QByteArray contents(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
 // The settings whose spans hold an address at which the two images differ; "?" for a
@@ -190,7 +186,7 @@ void TestCliSet::editsSurviveReopening() {
              0);
     QCOMPARE(set({first, QStringLiteral("CellChemB=SLA"), QStringLiteral("-o"), second}).exitCode,
              0);
-    QCOMPARE(contents(second), contents(first));
+    QCOMPARE(testsupport::readFile(second), testsupport::readFile(first));
     QCOMPARE(get(second, {QStringLiteral("BattCapB"), QStringLiteral("Screens[3]"),
                           QStringLiteral("CellChemB"), QStringLiteral("TempOffset")}),
              (QStringList{QStringLiteral("33.33"), QStringLiteral("0"), QStringLiteral("6"),

@@ -2,6 +2,7 @@
 // the installed data changes without overwriting what the user changed, added or removed,
 // and the helper program linked in. One scenario walks through three installations.
 #include "DataHome.h"
+#include "support/TestSupport.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,21 +11,6 @@
 #include <QtTest>
 
 using launcher::seedDataHome;
-
-namespace {
-
-bool put(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    return QDir().mkpath(QFileInfo(path).absolutePath()) && file.open(QIODevice::WriteOnly) &&
-           file.write(bytes) == bytes.size();
-}
-
-QByteArray contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
-} // namespace
 
 class TestDataHome : public QObject {
     Q_OBJECT
@@ -56,9 +42,10 @@ private slots:
         const QString installed = tmp.filePath(QStringLiteral("share/data"));
         const QString home = tmp.filePath(QStringLiteral("home/kxsetup"));
         const QString helper = tmp.filePath(QStringLiteral("lib/serialup.exe"));
-        QVERIFY(put(helper, "#!helper"));
+        QVERIFY(testsupport::writeFile(helper, "#!helper"));
         const auto installedFile = [&](const char* name, const QByteArray& bytes) {
-            return put(installed + QLatin1Char('/') + QLatin1String(name), bytes);
+            return testsupport::writeFile(installed + QLatin1Char('/') + QLatin1String(name),
+                                          bytes);
         };
         const auto at = [&](const char* name) { return QDir(home).filePath(QLatin1String(name)); };
         QVERIFY(installedFile("device.txt", "devices 1"));
@@ -71,16 +58,16 @@ private slots:
         launcher::SeedResult r = seedDataHome(installed, home, helper);
         QVERIFY2(r.ok, qPrintable(r.error));
         QCOMPARE(r.copied.size(), 4);
-        QCOMPARE(contents(at("data/firmware/kx3/3.10.kxhex")), QByteArray("fw 3.10"));
+        QCOMPARE(testsupport::readFile(at("data/firmware/kx3/3.10.kxhex")), QByteArray("fw 3.10"));
         QVERIFY(QFileInfo(at("setups/backups")).isDir());
         QVERIFY(QFileInfo(at("data/serialup.exe")).isSymLink());
-        QCOMPARE(contents(at("data/serialup.exe")), QByteArray("#!helper"));
+        QCOMPARE(testsupport::readFile(at("data/serialup.exe")), QByteArray("#!helper"));
 
         // The user works: edits the help, downloads firmware, saves a setup, removes a
         // firmware version. The same installation starts again: nothing changes.
-        QVERIFY(put(at("data/help/3.10_help.html"), "my notes"));
-        QVERIFY(put(at("data/firmware/kx3/3.20.kxhex"), "downloaded 3.20"));
-        QVERIFY(put(at("setups/bike.hex"), "my setup"));
+        QVERIFY(testsupport::writeFile(at("data/help/3.10_help.html"), "my notes"));
+        QVERIFY(testsupport::writeFile(at("data/firmware/kx3/3.20.kxhex"), "downloaded 3.20"));
+        QVERIFY(testsupport::writeFile(at("setups/bike.hex"), "my setup"));
         QVERIFY(QFile::remove(at("data/kxs/KX3-3.10.kxs")));
         r = seedDataHome(installed, home, helper);
         QVERIFY(r.ok);
@@ -100,20 +87,22 @@ private slots:
         r.copied.sort();
         QCOMPARE(r.copied, QStringList({"data/device.txt", "data/firmware/kx3/3.10.kxhex",
                                         "data/kxs/KX3-3.20.kxs"}));
-        QCOMPARE(contents(at("data/device.txt")), QByteArray("devices 2"));
-        QCOMPARE(contents(at("data/help/3.10_help.html")), QByteArray("my notes"));
-        QCOMPARE(contents(at("data/firmware/kx3/3.20.kxhex")), QByteArray("downloaded 3.20"));
-        QCOMPARE(contents(at("setups/bike.hex")), QByteArray("my setup"));
+        QCOMPARE(testsupport::readFile(at("data/device.txt")), QByteArray("devices 2"));
+        QCOMPARE(testsupport::readFile(at("data/help/3.10_help.html")), QByteArray("my notes"));
+        QCOMPARE(testsupport::readFile(at("data/firmware/kx3/3.20.kxhex")),
+                 QByteArray("downloaded 3.20"));
+        QCOMPARE(testsupport::readFile(at("setups/bike.hex")), QByteArray("my setup"));
         QVERIFY(!QFileInfo::exists(at("data/kxs/KX3-3.10.kxs"))); // removed stays removed
 
         // The helper moved: the link follows; a helper the user put there is left alone.
         const QString moved = tmp.filePath(QStringLiteral("lib2/serialup.exe"));
-        QVERIFY(put(moved, "#!helper 2"));
+        QVERIFY(testsupport::writeFile(moved, "#!helper 2"));
         QVERIFY(seedDataHome(installed, home, moved).ok);
-        QCOMPARE(contents(at("data/serialup.exe")), QByteArray("#!helper 2"));
-        QVERIFY(QFile::remove(at("data/serialup.exe")) && put(at("data/serialup.exe"), "mine"));
+        QCOMPARE(testsupport::readFile(at("data/serialup.exe")), QByteArray("#!helper 2"));
+        QVERIFY(QFile::remove(at("data/serialup.exe")) &&
+                testsupport::writeFile(at("data/serialup.exe"), "mine"));
         QVERIFY(seedDataHome(installed, home, helper).ok);
-        QCOMPARE(contents(at("data/serialup.exe")), QByteArray("mine"));
+        QCOMPARE(testsupport::readFile(at("data/serialup.exe")), QByteArray("mine"));
     }
 
     void refusals() {
@@ -126,8 +115,9 @@ private slots:
         QVERIFY(r.error.contains(QStringLiteral("is missing")));
         QVERIFY(!QFileInfo::exists(home)); // nothing made
 
-        QVERIFY(put(tmp.filePath(QStringLiteral("data/device.txt")), "d"));
-        QVERIFY(put(tmp.filePath(QStringLiteral("file")), "a file, not a folder"));
+        QVERIFY(testsupport::writeFile(tmp.filePath(QStringLiteral("data/device.txt")), "d"));
+        QVERIFY(
+            testsupport::writeFile(tmp.filePath(QStringLiteral("file")), "a file, not a folder"));
         r = seedDataHome(tmp.filePath(QStringLiteral("data")), tmp.filePath(QStringLiteral("file")),
                          QStringLiteral("/x"));
         QVERIFY(!r.ok);

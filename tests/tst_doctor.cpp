@@ -76,12 +76,6 @@ QHash<QString, QString> expectedReports() {
     return reports;
 }
 
-bool write(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    return QDir().mkpath(QFileInfo(path).absolutePath()) && file.open(QIODevice::WriteOnly) &&
-           file.write(bytes) == bytes.size();
-}
-
 bool link(const QString& target, const QString& path) {
     return QDir().mkpath(QFileInfo(path).absolutePath()) && QFile::link(target, path);
 }
@@ -172,9 +166,9 @@ private slots:
         QVERIFY(root.isValid());
         const QString r = root.path();
         const QString usb = r + QStringLiteral("/sys/devices/pci0/usb1/1-1");
-        QVERIFY(write(usb + QStringLiteral("/idVendor"), "1a86\n"));
-        QVERIFY(write(usb + QStringLiteral("/idProduct"), "7523\n"));
-        QVERIFY(write(usb + QStringLiteral("/product"), "USB Serial\n"));
+        QVERIFY(testsupport::writeFile(usb + QStringLiteral("/idVendor"), "1a86\n"));
+        QVERIFY(testsupport::writeFile(usb + QStringLiteral("/idProduct"), "7523\n"));
+        QVERIFY(testsupport::writeFile(usb + QStringLiteral("/product"), "USB Serial\n"));
         QVERIFY(QDir().mkpath(usb + QStringLiteral("/1-1:1.0/ttyUSB0")));
         QVERIFY(QDir().mkpath(r + QStringLiteral("/sys/bus/usb-serial/drivers/ch341-uart")));
         QVERIFY(link(r + QStringLiteral("/sys/bus/usb-serial/drivers/ch341-uart"),
@@ -182,18 +176,18 @@ private slots:
         QVERIFY(link(usb + QStringLiteral("/1-1:1.0/ttyUSB0"),
                      r + QStringLiteral("/sys/class/tty/ttyUSB0/device")));
         const QString acm = r + QStringLiteral("/sys/devices/pci0/usb2/2-1");
-        QVERIFY(write(acm + QStringLiteral("/idVendor"), "2341\n"));
-        QVERIFY(write(acm + QStringLiteral("/idProduct"), "0043\n"));
+        QVERIFY(testsupport::writeFile(acm + QStringLiteral("/idVendor"), "2341\n"));
+        QVERIFY(testsupport::writeFile(acm + QStringLiteral("/idProduct"), "0043\n"));
         QVERIFY(QDir().mkpath(acm + QStringLiteral("/2-1:1.0")));
         QVERIFY(link(acm + QStringLiteral("/2-1:1.0"),
                      r + QStringLiteral("/sys/class/tty/ttyACM0/device")));
         QVERIFY(QDir().mkpath(r + QStringLiteral("/sys/class/tty/ttyS0"))); // not USB
-        QVERIFY(write(r + QStringLiteral("/dev/ttyUSB0"), ""));
-        QVERIFY(write(r + QStringLiteral("/proc/300/comm"), "minicom\n"));
+        QVERIFY(testsupport::writeFile(r + QStringLiteral("/dev/ttyUSB0"), ""));
+        QVERIFY(testsupport::writeFile(r + QStringLiteral("/proc/300/comm"), "minicom\n"));
         QVERIFY(link(r + QStringLiteral("/dev/ttyUSB0"), r + QStringLiteral("/proc/300/fd/3")));
         QVERIFY(link(r + QStringLiteral("/dev/null"), r + QStringLiteral("/proc/300/fd/4")));
-        QVERIFY(write(r + QStringLiteral("/proc/77/comm"), "ModemManager\n"));
-        QVERIFY(write(r + QStringLiteral("/proc/self/comm"), "kxsetup\n"));
+        QVERIFY(testsupport::writeFile(r + QStringLiteral("/proc/77/comm"), "ModemManager\n"));
+        QVERIFY(testsupport::writeFile(r + QStringLiteral("/proc/self/comm"), "kxsetup\n"));
 
         util::LinuxSerialSystem machine(r);
         const QList<SerialSystem::Adapter> adapters = machine.adapters();

@@ -3,6 +3,7 @@
 #include "sf/parser/HexParser.h"
 #include "support/HexFixtures.h"
 #include "support/TableFile.h"
+#include "support/TestSupport.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -11,6 +12,7 @@
 
 using sf::parser::HexParser;
 namespace hex = testsupport::hex;
+using testsupport::writeFile;
 
 namespace {
 
@@ -24,11 +26,6 @@ QString latin1(const char* text, int size) {
 
 QString joined(const QString& fw, const QString& kxs, const QString& enq) {
     return fw + QLatin1Char('|') + kxs + QLatin1Char('|') + enq;
-}
-
-bool writeFile(const QString& path, const QByteArray& bytes) {
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
 }
 
 HexParser* loaded(HexParser& parser, int processor, const QByteArray& text = QByteArray()) {

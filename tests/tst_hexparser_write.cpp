@@ -3,6 +3,7 @@
 #include "sf/parser/HexParser.h"
 #include "support/HexFixtures.h"
 #include "support/TableFile.h"
+#include "support/TestSupport.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -14,16 +15,6 @@ using sf::parser::HexParser;
 namespace hex = testsupport::hex;
 
 namespace {
-
-QByteArray readAll(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<unreadable>");
-}
-
-bool writeAll(const QString& path, const QByteArray& bytes) {
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
-}
 
 // The text writeToDevice gives; null when it fails.
 QByteArray written(const HexParser& parser, bool reformat, int lineLength) {
@@ -165,7 +156,7 @@ private slots:
     void writeFileReplacesTheFile() {
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("setup.hex"));
-        QVERIFY(writeAll(path, hex::text(QStringLiteral("X0001 DE000:0102"))));
+        QVERIFY(testsupport::writeFile(path, hex::text(QStringLiteral("X0001 DE000:0102"))));
         const QFile::Permissions permissions =
             QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
         QVERIFY(QFile::setPermissions(path, permissions));
@@ -175,8 +166,9 @@ private slots:
         QVERIFY(parser.addToFile(hex::records(QStringLiteral("X0001 DE001:FF"))));
         parser.setFwVersion(QStringLiteral("KX3.06"));
         QVERIFY(parser.writeFile(true, 16));
-        QCOMPARE(readAll(path), hex::metaLine(0xC0, "KX3.06") +
-                                    hex::text(QStringLiteral("X0001 DE000:01FF")) + hex::eofLine());
+        QCOMPARE(testsupport::readFile(path), hex::metaLine(0xC0, "KX3.06") +
+                                                  hex::text(QStringLiteral("X0001 DE000:01FF")) +
+                                                  hex::eofLine());
         QCOMPARE(QFile::permissions(path) &
                      ~QFile::Permissions(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser),
                  permissions);
@@ -211,7 +203,7 @@ private slots:
         const QString path = folder + QStringLiteral("/setup.hex");
         const QByteArray old =
             hex::metaLine(0xC0, "old") + hex::dataLine(0x10, "ab") + hex::eofLine();
-        QVERIFY(writeAll(path, old));
+        QVERIFY(testsupport::writeFile(path, old));
 
         HexParser parser;
         const bool readOnly = how == QLatin1String("read only");
@@ -230,7 +222,7 @@ private slots:
             QVERIFY(QDir().rename(moved, folder));
         }
         QVERIFY(!ok);
-        QCOMPARE(readAll(path), old);
+        QCOMPARE(testsupport::readFile(path), old);
         QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{QStringLiteral("setup.hex")});
     }
 

@@ -14,16 +14,6 @@
 
 namespace hex = testsupport::hex;
 
-namespace {
-
-bool write(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    return QDir().mkpath(QFileInfo(path).absolutePath()) && file.open(QIODevice::WriteOnly) &&
-           file.write(bytes) == bytes.size();
-}
-
-} // namespace
-
 class TestMimeType : public QObject {
     Q_OBJECT
 private slots:
@@ -52,7 +42,7 @@ private slots:
         QFETCH(QString, type);
         QTemporaryDir tmp;
         const QString path = tmp.filePath(name);
-        QVERIFY(write(path, text));
+        QVERIFY(testsupport::writeFile(path, text));
         const QMimeType found = QMimeDatabase().mimeTypeForFile(path);
         QCOMPARE(found.name(), type);
         if (type == QLatin1String("application/x-kxsetup-hex")) {

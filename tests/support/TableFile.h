@@ -11,8 +11,8 @@
 // optional type: string (the default), int (decimal or 0x...), uint, double, bool
 // (true/false), bytes (hexadecimal bytes separated by blanks) or list (texts separated by
 // ";"). Cells are trimmed; inside a cell "\s" is
-// a blank, "\n" a line feed, "\r" a carriage return, "\t" a tab, "\|" a bar, "\xNN" a byte (Latin-1), "\\" a
-// backslash.
+// a blank, "\n" a line feed, "\r" a carriage return, "\t" a tab, "\|" a bar, "\xNN" a byte
+// (Latin-1), "\\" a backslash.
 
 #include <QString>
 

@@ -3,6 +3,7 @@
 // Shared helpers for the test programs. Each helper lives in its own file under
 // tests/support/ and is declared here.
 
+#include <QByteArray>
 #include <QString>
 
 namespace testsupport {
@@ -20,5 +21,10 @@ inline QString runtimeDir() {
 inline QString sourceDir() {
     return QStringLiteral(KX_SOURCE_DIR);
 }
+
+// Writes the file, making its folders; false when that fails.
+bool writeFile(const QString& path, const QByteArray& bytes);
+// The file's bytes, or "<unreadable>" (which no test file holds).
+QByteArray readFile(const QString& path);
 
 } // namespace testsupport

@@ -71,17 +71,6 @@ QByteArray layoutFile(const QString& kxsVersion, quint16 format) {
     return writer.toBytes();
 }
 
-bool writeFile(const QString& path, const QByteArray& bytes) {
-    if (!QDir().mkpath(QFileInfo(path).absolutePath())) {
-        return false;
-    }
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        return false;
-    }
-    return file.write(bytes) == bytes.size();
-}
-
 bool addVersion(const QString& root, const QString& relativePath, const QString& fwVersion,
                 const QString& kxsVersion, const QString& enqString, quint16 layoutFormat) {
     const QString data = root + QStringLiteral("/data/");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/TestSupport.h"
+
 // Fixtures for the version reader, the catalogue and the versions command: firmware
 // files written as Intel HEX text and small layout files, in temporary data folders.
 
@@ -7,6 +9,8 @@
 #include <QString>
 
 namespace versionfixtures {
+
+using testsupport::writeFile;
 
 // One Intel HEX record line: ":" LL AAAA TT data CC "\r\n", upper-case hexadecimal; the
 // checksum is the two's complement of the byte sum.
@@ -23,9 +27,6 @@ QByteArray firmwareImage(const QString& fwVersion, const QString& kxsVersion,
 // A small valid layout file (a category and two settings) with this header version and
 // format number.
 QByteArray layoutFile(const QString& kxsVersion, quint16 format = 1000);
-
-// Writes bytes to path, creating the missing parent folders. False on failure.
-bool writeFile(const QString& path, const QByteArray& bytes);
 
 // Puts a firmware file at <root>/data/firmware/<relativePath> and, unless layoutFormat
 // is 0, the layout <root>/data/kxs/<kxsVersion>.kxs next to it.
