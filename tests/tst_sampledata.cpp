@@ -1,7 +1,8 @@
 // The sample data set as built into the runtime data folder: every version is in the
 // catalogue and loads without problems, the memory map keeps settings and program data
 // apart and off phantom bytes, the help identifiers follow the preset scheme the merge
-// relies on, every help identifier has a help text, and saving round-trips.
+// relies on (what the merge converts between generations: cli-migrate.t), every help
+// identifier has a help text, and saving round-trips.
 #include "support/CliRunner.h"
 #include "support/SampleData.h"
 
@@ -64,8 +65,6 @@ private slots:
     void memoryMap();
     void helpIdentifiers_data() { addGenerationRows(); }
     void helpIdentifiers();
-    void mergeIdentifiers_data();
-    void mergeIdentifiers();
     void saveRoundTrips_data() { addGenerationRows(); }
     void saveRoundTrips();
 };
@@ -169,58 +168,6 @@ void TestSampleData::helpIdentifiers() {
         QVERIFY2(!manager.getTooltip(wsi).isEmpty(), qPrintable(wsi));
     }
     QCOMPARE(count, wsis.size());
-}
-
-void TestSampleData::mergeIdentifiers_data() {
-    QTest::addColumn<QString>("fw");
-    QTest::addColumn<QStringList>("present");
-    QTest::addColumn<QStringList>("absent");
-    const QStringList battery{QStringLiteral("CellChem@30001"), QStringLiteral("CellChem@30001.B"),
-                              QStringLiteral("CellCnt@30001"), QStringLiteral("CellCnt@30001.B")};
-    const QStringList charge{QStringLiteral("LifeAh@30001"), QStringLiteral("LifeAh@30001.B")};
-    const QStringList energy3{QStringLiteral("LifeWh@31011"), QStringLiteral("LifeWh@31011.B")};
-    const QStringList energy4{QStringLiteral("LifeWh@31016"), QStringLiteral("LifeWh@31016.B")};
-    QTest::newRow("v306 has the lifetime charge")
-        << QStringLiteral("v306") << battery + charge << energy3 + energy4;
-    QTest::newRow("3.20 has energy 31011")
-        << QStringLiteral("3.20") << battery + energy3 << charge + energy4;
-    QTest::newRow("4.01 has energy 31016")
-        << QStringLiteral("4.01") << battery + energy4 << charge + energy3;
-}
-
-// What the lifetime-energy conversion reads and writes, and chemistries that are all in
-// the nominal cell voltage table.
-void TestSampleData::mergeIdentifiers() {
-    QFETCH(QString, fw);
-    QFETCH(QStringList, present);
-    QFETCH(QStringList, absent);
-    const auto it = std::find_if(generations().begin(), generations().end(),
-                                 [&fw](const Generation& g) { return g.fw == fw; });
-    QVERIFY(it != generations().end());
-    const QJsonArray settings =
-        jsonOf(dumpJson(firmwarePath(*it))).value(QStringLiteral("settings")).toArray();
-    QHash<QString, QJsonObject> byWsi;
-    for (const QJsonValue& value : settings) {
-        byWsi.insert(value.toObject().value(QStringLiteral("wsi")).toString(), value.toObject());
-    }
-    for (const QString& wsi : present) {
-        QVERIFY2(byWsi.contains(wsi), qPrintable(wsi));
-    }
-    for (const QString& wsi : absent) {
-        QVERIFY2(!byWsi.contains(wsi), qPrintable(wsi));
-    }
-    QStringList nominal;
-    for (const auto& entry : sf::SettingManager::getNominalCellVoltages()) {
-        nominal << entry.first;
-    }
-    for (const QString& wsi :
-         {QStringLiteral("CellChem@30001"), QStringLiteral("CellChem@30001.B")}) {
-        QStringList options;
-        for (const QJsonValue& o : byWsi.value(wsi).value(QStringLiteral("options")).toArray()) {
-            options << o.toString();
-        }
-        QCOMPARE(options, nominal);
-    }
 }
 
 // A firmware file saved without changes holds the same setting bytes and only the settings
