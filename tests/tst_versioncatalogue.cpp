@@ -1,5 +1,7 @@
 // The firmware version catalogue: sorted insert without duplicates, and the scan of a
-// firmware folder tree with its groups, walk order and skipped files.
+// firmware folder tree: which of two files of one version wins, which files and folders
+// it passes over, what it returns. Groups, order and the messages of refused files, as
+// the command-line tool shows them: cli-versions.t.
 #include "support/TableFile.h"
 #include "support/VersionFixtures.h"
 #include "util/VersionCatalogue.h"
@@ -68,20 +70,6 @@ private slots:
         QCOMPARE(firmwareNames(catalogue.versions()), expected);
     }
 
-    void scanGroupsBySubFolder() {
-        QVERIFY(addVersion(root, QStringLiteral("KX4.02.kxhex"), "KX4.02", "KX4-4.0", "E4"));
-        QVERIFY(addVersion(root, QStringLiteral("a/KX3.06.kxhex"), "KX3.06", "KX3-3.0", "E3"));
-        QVERIFY(addVersion(root, QStringLiteral("a/b/v250.kxhex"), "v250", "Dravolin-2.5", "E2"));
-
-        util::VersionParser parser;
-        const QList<VersionContainer> found = VersionCatalogue::scanFirmwareFolder(fw, kxs, parser);
-        QStringList groups;
-        for (const VersionContainer& v : found)
-            groups << v.fwVersion + QLatin1Char('@') + v.mapGroup;
-        groups.sort();
-        QCOMPARE(groups, (QStringList{"KX3.06@a", "KX4.02@", "v250@a/b"}));
-    }
-
     void scanKeepsFirstInWalkOrder() {
         // Files of a folder come before its sub-folders, names in order: "b.kxhex" in the
         // root is met before "a/a.kxhex", and "b" before "c" in the same folder.
@@ -95,36 +83,6 @@ private slots:
         QCOMPARE(catalogue.size(), 1);
         QCOMPARE(catalogue.versions().first().enqString, QStringLiteral("from b"));
         QVERIFY(catalogue.versions().first().mapGroup.isEmpty());
-    }
-
-    void scanOrdersHighestFirst() {
-        const QStringList names{"v250", "KX3.10", "KX4.02", "v306", "KX3.9", "KX3.06"};
-        for (const QString& name : names)
-            QVERIFY(addVersion(root, QStringLiteral("g/") + name + QStringLiteral(".kxhex"), name,
-                               QStringLiteral("L-") + name, QString()));
-        util::VersionParser parser;
-        VersionCatalogue catalogue;
-        QVERIFY(catalogue.enumerate(fw, kxs, parser));
-        QCOMPARE(firmwareNames(catalogue.versions()),
-                 (QStringList{"KX4.02", "KX3.9", "KX3.10", "KX3.06", "v306", "v250"}));
-    }
-
-    void scanSkipsUnusableFilesAndGoesOn() {
-        QVERIFY(addVersion(root, QStringLiteral("a.kxhex"), "KX3.06", "KX3-3.0", "E"));
-        QVERIFY(writeFile(fw + QStringLiteral("b.kxhex"), QByteArray()));
-        QVERIFY(addVersion(root, QStringLiteral("c.kxhex"), "KX3.07", "KX3-3.7", "E", 0));
-        QVERIFY(addVersion(root, QStringLiteral("d/e.kxhex"), "KX4.02", "KX4-4.0", "E"));
-
-        util::VersionParser parser;
-        QSignalSpy errors(&parser, &util::VersionParser::showError);
-        QSignalSpy warnings(&parser, &util::VersionParser::showWarning);
-        VersionCatalogue catalogue;
-        QVERIFY(catalogue.enumerate(fw, kxs, parser));
-        QCOMPARE(firmwareNames(catalogue.versions()), (QStringList{"KX4.02", "KX3.06"}));
-        QCOMPARE(errors.count(), 1);
-        QVERIFY(errors.at(0).at(0).toString().contains(QLatin1String("\"b.kxhex\"")));
-        QCOMPARE(warnings.count(), 1);
-        QVERIFY(warnings.at(0).at(0).toString().contains(QLatin1String("\"c.kxhex\"")));
     }
 
     void scanOnlyRegularFirmwareFiles() {
