@@ -1,6 +1,7 @@
 // The shared constants: path composition, the exact user-visible texts (including the
 // historical spelling slips the users know) and their %N placeholders.
 #include "app/Constants.h"
+#include "support/TestSupport.h"
 
 #include <QRegularExpression>
 #include <QtTest>
@@ -22,71 +23,44 @@ private slots:
         QVERIFY(PATH_DEV.endsWith(PATH_SEPERATOR));
     }
 
-    // Composed paths and texts, the user-visible texts with their known spelling slips, and
-    // placeholders filled in order.
-    void texts_data() {
-        QTest::addColumn<QString>("actual");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("backups under saved") << PATH_BACKUPS << "./setups/backups/";
-        QTest::newRow("device file") << PATH_AND_FILE_DEVICE << "./data/device.txt";
-        QTest::newRow("data + scratch file") << PATH_DATA + FILE_TEMP << "./data/temp.hex";
-        QTest::newRow("status line")
-            << STATUS_DEFAULT
-            << "KX Setup Utility Version 1.63 for Linux by Tessen Technologies Ltd.";
-        QTest::newRow("update adds reason d")
-            << MESSAGE_UPDATE_VERSION_NONE.left(MESSAGE_VERSION_NONE.size())
-            << MESSAGE_VERSION_NONE;
-        QTest::newRow("write ends with corruption warning")
-            << MESSAGE_WRITE_VERSION_NONE.right(WARN_OF_CORRUPTION.size() + 22)
-            << "Caution: ignoring and continuing may result in your Korvex data being corrupted.";
-        QTest::newRow("close multiple details") << DETAILS_CLOSE_MULTIPLE << DETAILS_CLOSE;
-        QTest::newRow("Thie file")
-            << MESSAGE_SAVE_TEMP
-            << "You are about to overwrite the Setup Utility's temporary hex "
-               "file. Thie file is overwritten any time you read or write "
-               "from or to the Korvex. Your data WILL be overwritten without "
-               "warning.";
-        QTest::newRow("the you are attempting")
-            << ERROR_WRITE_KXS_VERSION_MISMATCH.left(120)
-            << QStringLiteral(
-                   "The connected Korvex has a firmware that is incompatible with the "
-                   "setup file the you are attempting to write, and proceeding will cause "
-                   "the KX to behave unpredictably.")
-                   .left(120);
-        QTest::newRow("these setup")
-            << MESSAGE_WRITE_UNKNOWN_KX_FW.section(QLatin1String(". "), 2, 2)
-            << "If you are certain \"%1\" has identical layout to \"%2\" you "
-               "may forcibly write these setup";
-        QTest::newRow("version none")
-            << MESSAGE_VERSION_NONE
-            << "The setup utility did not detect a Korvex version. This could be due to one of the "
-               "following reasons:\n\na) The communication cable is not properly connected to the "
-               "KX.\n\nb) An incorrect COM port is selected. It must be the same COM port that is "
-               "associated with the TTL->USB cable.\n\nc) The Korvex is not powered up or is in "
-               "either setup mode or \"...PC CONNECTION\" mode. The device must be turned on and "
-               "in the normal display mode.\n";
-        QTest::newRow("untitled counter") << FILE_UNTITLED.arg(1) << "New Setup 1.hex";
-        QTest::newRow("read counter") << FILE_READ.arg(12) << "Read Setup 12.hex";
-        QTest::newRow("three values in order")
-            << ERROR_KXS_VER_MISMATCH.arg(QStringLiteral("/d/a.kxs"), QStringLiteral("KX4.0"),
-                                          QStringLiteral("kx4.0"))
-            << "KXS file \"/d/a.kxs\" has version \"KX4.0\", expected \"kx4.0\".";
-        QTest::newRow("two values")
-            << ERROR_MAP_MISSING_FILE.arg(QStringLiteral("m.kxhex"), QStringLiteral("/k/x.kxs"))
-            << "Map \"m.kxhex\" references a missing file \"/k/x.kxs\". Skipping this FW version.";
-        QTest::newRow("default mismatch location")
-            << ERROR_MISMATCH_KXS_DEFAULT.arg(QStringLiteral("a"), QStringLiteral("b"),
-                                              QStringLiteral("c"))
-            << "The default setup file for \"a\" has mismatched version \"b\". (Location: \"c\")";
-        QTest::newRow("brackets") << VERSION_BRACKETS.arg(QStringLiteral("KX3.06")) << " <KX3.06>";
-        QTest::newRow("setting count")
-            << WARNING_SETTINGS_LOAD.arg(3).left(16) << "3 settings that ";
-    }
-
+    // The user-visible texts (with the spelling slips the users know), composed paths and
+    // texts, and placeholders filled in order, against tests/data/constants.txt
+    // (KX_UPDATE_TRANSCRIPTS=1 rewrites it).
     void texts() {
-        QFETCH(QString, actual);
-        QFETCH(QString, expected);
-        QCOMPARE(actual, expected);
+        const QList<QPair<QString, QString>> shown{
+            {"PATH_BACKUPS", PATH_BACKUPS},
+            {"PATH_AND_FILE_DEVICE", PATH_AND_FILE_DEVICE},
+            {"PATH_DATA + FILE_TEMP", PATH_DATA + FILE_TEMP},
+            {"STATUS_DEFAULT", STATUS_DEFAULT},
+            {"MESSAGE_VERSION_NONE", MESSAGE_VERSION_NONE},
+            {"MESSAGE_UPDATE_VERSION_NONE", MESSAGE_UPDATE_VERSION_NONE},
+            {"MESSAGE_WRITE_VERSION_NONE", MESSAGE_WRITE_VERSION_NONE},
+            {"DETAILS_CLOSE_MULTIPLE", DETAILS_CLOSE_MULTIPLE},
+            {"DETAILS_CLOSE", DETAILS_CLOSE},
+            {"MESSAGE_SAVE_TEMP", MESSAGE_SAVE_TEMP},
+            {"ERROR_WRITE_KXS_VERSION_MISMATCH", ERROR_WRITE_KXS_VERSION_MISMATCH},
+            {"MESSAGE_WRITE_UNKNOWN_KX_FW", MESSAGE_WRITE_UNKNOWN_KX_FW},
+            {"FILE_UNTITLED.arg(1)", FILE_UNTITLED.arg(1)},
+            {"FILE_READ.arg(12)", FILE_READ.arg(12)},
+            {"ERROR_KXS_VER_MISMATCH.arg(a, b, c)",
+             ERROR_KXS_VER_MISMATCH.arg("/d/a.kxs", "KX4.0", "kx4.0")},
+            {"ERROR_MAP_MISSING_FILE.arg(a, b)", ERROR_MAP_MISSING_FILE.arg("m.kxhex", "/k/x.kxs")},
+            {"ERROR_MISMATCH_KXS_DEFAULT.arg(a, b, c)",
+             ERROR_MISMATCH_KXS_DEFAULT.arg("a", "b", "c")},
+            {"VERSION_BRACKETS.arg(KX3.06)", VERSION_BRACKETS.arg("KX3.06")},
+            {"WARNING_SETTINGS_LOAD.arg(3)", WARNING_SETTINGS_LOAD.arg(3)},
+            {"TITLE_APP", TITLE_APP},
+            {"TITLE_CHECK_CONNECTION", TITLE_CHECK_CONNECTION},
+        };
+        QString text;
+        for (const auto& [name, value] : shown) {
+            text += QStringLiteral("== %1 ==\n%2\n").arg(name, value);
+        }
+        const QString path = testsupport::sourceDir() + QStringLiteral("/tests/data/constants.txt");
+        if (qEnvironmentVariableIsSet("KX_UPDATE_TRANSCRIPTS")) {
+            QVERIFY(testsupport::writeFile(path, text.toUtf8()));
+        }
+        QCOMPARE(QString::fromUtf8(testsupport::readFile(path)), text);
     }
 
     void swLinkIsEmbeddable() {
