@@ -295,6 +295,8 @@ private slots:
     // Check connection in the port dialog reports on the port and asks again; the checked
     // port is then the one the dialog offers, and the instrument answers on it.
     void checkConnectionFromThePortDialog() {
+        // The doctor waits as long as the application does, whatever the machine's load.
+        util::KXCommunicator::setAnswerWaitMs(1000);
         App app;
         QVERIFY(app.controller.initialize());
         Simulator sim(app.folder.path(firmwareOf("3.20")), app.folder.path("state.hex"));
@@ -318,6 +320,7 @@ private slots:
         QCOMPARE(icons, (QList<QMessageBox::Icon>{QMessageBox::Warning, QMessageBox::Information}));
         QCOMPARE(app.model.getLastPort(), sim.port());
         QCOMPARE(app.model.getFiles().size(), 1); // cancelled: nothing read
+        util::KXCommunicator::setAnswerWaitMs(300);
     }
 };
 

@@ -215,7 +215,7 @@ private slots:
     // The whole way on this machine: a pseudo-terminal the user may open, nobody else holds
     // it, and the simulator answers (or not); the command-line tool prints the report.
     void simulatedInstrument() {
-        util::KXCommunicator::setAnswerWaitMs(300);
+        util::KXCommunicator::setAnswerWaitMs(1000); // an answer is due, whatever the load
         const QString firmware =
             testsupport::runtimeDir() + QStringLiteral("/data/firmware/kx3/3.10.kxhex");
         QTemporaryDir tmp;
@@ -231,6 +231,7 @@ private slots:
                 {QStringLiteral("doctor"), QStringLiteral("--port"), sim.port()});
             QCOMPARE(cli.exitCode, 0);
         }
+        util::KXCommunicator::setAnswerWaitMs(300); // no answer comes: do not wait long
         testsupport::Simulator silent(firmware, tmp.filePath(QStringLiteral("b.hex")),
                                       {QStringLiteral("--no-answer")});
         util::LinuxSerialSystem machine;
