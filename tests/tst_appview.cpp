@@ -103,7 +103,7 @@ private slots:
         env.insert(QStringLiteral("KX_QUIT_AFTER_FIRST_PAINT"), QStringLiteral("1"));
         env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         program.setProcessEnvironment(env);
-        program.start(testsupport::toolPath(QStringLiteral("kxsetup")), {});
+        program.start(testsupport::toolPath(QStringLiteral("kxsetup")), QStringList());
         QVERIFY(program.waitForFinished(60000));
         QCOMPARE(program.exitCode(), 0);
         const QString out = QString::fromLocal8Bit(program.readAllStandardOutput());
