@@ -3,6 +3,7 @@
 // fault ends in its message, a failed write is never reported as success, and the next
 // operation on a healthy line works.
 #include "support/CliRunner.h"
+#include "support/FirmwareServer.h"
 #include "support/SampleData.h"
 #include "support/Simulator.h"
 #include "support/TableFile.h"
@@ -17,8 +18,13 @@ using testsupport::Simulator;
 
 namespace {
 
+// The folder the tools work in: a copy of the runtime data folder of this program's own,
+// since flashing and reading write into it (the update image, the scratch image, the
+// helper's logs) while other test programs copy the runtime folder.
+QString g_root;
+
 CliResult cli(const QStringList& args) {
-    return testsupport::runCli(QStringList{QStringLiteral("-C"), runtimeDir()} + args);
+    return testsupport::runCli(QStringList{QStringLiteral("-C"), g_root} + args);
 }
 
 CliResult device(const QString& what, const QString& port, const QStringList& rest = {}) {
@@ -28,8 +34,8 @@ CliResult device(const QString& what, const QString& port, const QStringList& re
 // Our helper run as the firmware update runs it, in the data folder.
 testsupport::ToolResult helper(const QStringList& args) {
     QProcess process;
-    process.setWorkingDirectory(runtimeDir() + QStringLiteral("/data"));
-    process.start(runtimeDir() + QStringLiteral("/data/serialup.exe"), args);
+    process.setWorkingDirectory(g_root + QStringLiteral("/data"));
+    process.start(g_root + QStringLiteral("/data/serialup.exe"), args);
     process.waitForFinished(60000);
     return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
             process.readAllStandardOutput(), process.readAllStandardError()};
@@ -39,7 +45,16 @@ testsupport::ToolResult helper(const QStringList& args) {
 
 class TestDevice : public QObject {
     Q_OBJECT
+    QTemporaryDir m_root;
+
 private slots:
+    void initTestCase() {
+        QVERIFY(m_root.isValid());
+        g_root = m_root.path();
+        testsupport::copyDataFolder(g_root);
+        QVERIFY(QFileInfo(g_root + QStringLiteral("/data/serialup.exe")).isExecutable());
+    }
+
     void roundTrip_data() {
         QTest::addColumn<QString>("firmware");
         QTest::addColumn<QString>("enq");
