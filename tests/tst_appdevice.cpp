@@ -112,6 +112,10 @@ private slots:
         QCOMPARE(read->getFWVersion(), QStringLiteral("3.20"));
         QCOMPARE(read->manager()->getSettingData(CAPACITY, sf::RoleEdit).toDouble(), 23.5);
         QCOMPARE(app.model.getLastPort(), sim.port());
+        // The transfer's dialog said what it was doing.
+        const QList<ProgressDialog*> dialogs = app.view.findChildren<ProgressDialog*>();
+        QCOMPARE(dialogs.size(), 1);
+        QCOMPARE(dialogs.first()->windowTitle(), TITLE_READ_PROGRESS);
 
         const QString saved = app.folder.path("setups/from-korvex.hex");
         app.prompts.saveNames << saved;

@@ -62,6 +62,7 @@ private slots:
         QFETCH(QString, typed);
         QFETCH(QString, chosen);
         ComDialog dialog(ports, index, last, QStringLiteral("Read"));
+        QCOMPARE(dialog.windowTitle(), QStringLiteral("Read"));
         if (!typed.isEmpty()) {
             QTest::keyClicks(dialog.findChild<QLineEdit*>(), typed);
         }

@@ -273,6 +273,16 @@ void TestSettingManagerLoad::reloadDropsEverything() {
     QVERIFY(!manager.contains(QStringLiteral("Cells1")));
     QCOMPARE(manager.getSettings().size(), 1);
     QCOMPARE(manager.getCategories().size(), 1);
+    // The new layout's texts are read, not those of the old one under the same name.
+    const QString lists = QStringLiteral(
+        "version \"KX4-T1\"\n"
+        "setting Screen 0 1 = list, SCREEN, ScreenCount, ScreenNames, \"Screen\", \"\"\n"
+        "u8 ScreenCount 2\nstrings ScreenNames \"Left\" \"Right\"\n");
+    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), compileLayout(lists),
+                                         imageOf(QByteArray::fromHex("01")), false),
+             0);
+    QCOMPARE(manager.getSettingData(QStringLiteral("Screen"), sf::RoleDisplay).toStringList(),
+             (QStringList{"Left", "Right"}));
     // A failed load leaves nothing behind either.
     QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), QByteArray("junk"),
                                          imageOf(QByteArray::fromHex("05")), false),

@@ -101,6 +101,10 @@ Precedence, grouping and the failures of malformed expressions:
   4
   $ kxsetup-cli calc "0x10 + 1"
   17
+  $ kxsetup-cli calc "-0x10 + 1"
+  -15
+  $ kxsetup-cli calc "2 * -10h"
+  -32
   $ kxsetup-cli calc "1 + 2 > 2"
   1
   $ kxsetup-cli calc "3 > 2 == 1"
