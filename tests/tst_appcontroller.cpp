@@ -107,9 +107,7 @@ private slots:
                  !remove.join(' ').contains("data/firmware") && !remove.contains("data"));
     }
 
-    void fileNameFromPath_data() {
-        testsupport::loadTable(QStringLiteral("appcontroller-fileNameFromPath.txt"));
-    }
+    void fileNameFromPath_data() { testsupport::loadTable(); }
     void fileNameFromPath() {
         QFETCH(QString, path);
         QFETCH(QString, name);

@@ -33,218 +33,181 @@ BoolSetting* asBool(Setting* s) {
 class TestBoolSetting : public QObject {
     Q_OBJECT
 private slots:
-    void sizes_data();
-    void sizes();
-    void subIndexMapping_data();
-    void subIndexMapping();
-    void setBitWritesImageOrder_data();
-    void setBitWritesImageOrder();
-    void unchangedBitReportsFailure();
-    void wholeValue();
-    void labels_data();
-    void labels();
-    void malformedLabels_data();
-    void malformedLabels();
-    void bitRoles_data();
-    void bitRoles();
-    void wholeRoles();
+    void sizes_data() { testsupport::loadTable(); }
+
+    void sizes() {
+        QFETCH(QString, bitCount);
+        QFETCH(int, bytes);
+        FakeSettingHost host;
+        Setting* s =
+            host.build(QStringLiteral("F1"), QStringLiteral("bool, %1, {\"a\"}").arg(bitCount));
+        QCOMPARE(s != nullptr, bytes > 0);
+        if (s) {
+            QCOMPARE(s->getType(), TypeBool);
+            QCOMPARE(s->getSizeBytes(), bytes);
+            QCOMPARE(s->getSizeBits(), bitCount.toInt());
+        }
+    }
+
+    void subIndexMapping_data() { testsupport::loadTable(); }
+
+    void subIndexMapping() {
+        QFETCH(int, bits);
+        QFETCH(int, subIndex);
+        QFETCH(int, byteIndex);
+        QFETCH(int, bit);
+        FakeSettingHost host;
+        // More labels than bits, so that the mapping, not the label count, decides.
+        BoolSetting* s = asBool(host.build(QStringLiteral("F1"), labelled(bits, 20)));
+        QVERIFY(s);
+        int byteOut = -1;
+        int bitOut = -1;
+        const bool mapped = s->subIndexToOffset(subIndex, &byteOut, &bitOut);
+        QCOMPARE(mapped, byteIndex >= 0);
+        if (mapped) {
+            QCOMPARE(byteOut, byteIndex);
+            QCOMPARE(bitOut, bit);
+        }
+        // Reading and writing the bit go through the same mapping (a negative sub-index
+        // means the whole value there).
+        if (subIndex >= 0) {
+            QCOMPARE(s->getData(subIndex, RoleEdit).isValid(), mapped);
+            QCOMPARE(s->setData(subIndex, true), mapped);
+        }
+    }
+
+    void setBitWritesImageOrder_data() {
+        QTest::addColumn<int>("subIndex");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::newRow("bit 0") << 0 << hexBytes("00 01");
+        QTest::newRow("bit 3") << 3 << hexBytes("00 08");
+        QTest::newRow("bit 8") << 8 << hexBytes("01 00");
+        QTest::newRow("bit 15") << 15 << hexBytes("80 00");
+    }
+
+    void setBitWritesImageOrder() {
+        QFETCH(int, subIndex);
+        QFETCH(QByteArray, expected);
+        FakeSettingHost host;
+        BoolSetting* s =
+            asBool(host.build(QStringLiteral("F1"), labelled(16, 16), hexBytes("00 00")));
+        QVERIFY(s);
+        QCOMPARE(s->subIndices(), 16);
+        QVERIFY(s->setData(subIndex, true));
+        QCOMPARE(s->getBytes(), expected);
+        QCOMPARE(s->getData(subIndex, RoleEdit).toBool(), true);
+        QVERIFY(s->setData(subIndex, false));
+        QCOMPARE(s->getBytes(), hexBytes("00 00"));
+    }
+
+    void unchangedBitReportsFailure() {
+        FakeSettingHost host;
+        BoolSetting* s = asBool(host.build(QStringLiteral("F1"), labelled(8, 3), hexBytes("02")));
+        QVERIFY(s);
+        QVERIFY(!s->setData(1, true));  // already set
+        QVERIFY(!s->setData(0, false)); // already clear
+        QCOMPARE(s->getBytes(), hexBytes("02"));
+        QVERIFY(!s->setData(3, true)); // no label for bit 3
+        QCOMPARE(s->getBytes(), hexBytes("02"));
+    }
+
+    void wholeValue() {
+        FakeSettingHost host;
+        BoolSetting* s =
+            asBool(host.build(QStringLiteral("F1"), labelled(12, 2), hexBytes("00 00")));
+        QVERIFY(s);
+        QVERIFY(s->setData(-1, 0x0102));
+        QCOMPARE(s->getBytes(), hexBytes("01 02"));
+        QVERIFY(!s->setData(-1, 0x0102)); // unchanged
+        QVERIFY(s->setData(0xFFFF));      // masked to 12 bits
+        QCOMPARE(s->getBytes(), hexBytes("0F FF"));
+        QVERIFY(s->setData(QVariant(hexBytes("00 03"))));
+        QCOMPARE(s->getBytes(), hexBytes("00 03"));
+        QVERIFY(!s->setData(QVariant(hexBytes("01"))));
+        QVERIFY(!s->setData(QStringLiteral("many")));
+    }
+
+    void labels_data() { testsupport::loadTable(); }
+
+    void labels() {
+        QFETCH(QString, field);
+        QFETCH(QStringList, texts);
+        QFETCH(QString, options);
+        FakeSettingHost host;
+        BoolSetting* s =
+            asBool(host.build(QStringLiteral("F1"), QStringLiteral("bool, 8, ") + field));
+        QVERIFY(s);
+        QCOMPARE(s->subIndices(), texts.size());
+        QStringList actualTexts;
+        QStringList actualOptions;
+        for (const BitLabel& l : s->getLabels()) {
+            actualTexts.append(l.text);
+            QStringList o;
+            if (l.inverted) {
+                o.append(QStringLiteral("i"));
+            }
+            if (!l.wsi.isEmpty()) {
+                o.append(QStringLiteral("w:") + l.wsi);
+            }
+            if (!l.onText.isEmpty()) {
+                o.append(QStringLiteral("on:") + l.onText);
+            }
+            if (!l.offText.isEmpty()) {
+                o.append(QStringLiteral("off:") + l.offText);
+            }
+            actualOptions.append(o.join(QLatin1Char(' ')));
+        }
+        QCOMPARE(actualTexts, texts);
+        QCOMPARE(actualOptions.join(QLatin1Char('|')), options);
+        QVERIFY(host.problems().isEmpty());
+    }
+
+    void malformedLabels_data() { testsupport::loadTable(); }
+
+    void malformedLabels() {
+        QFETCH(QString, field);
+        FakeSettingHost host;
+        int error = 0;
+        QVERIFY(!host.build(QStringLiteral("F1"), QStringLiteral("bool, 8, ") + field, QByteArray(),
+                            &error));
+        QCOMPARE(error, 3);
+        QCOMPARE(host.problems().size(), 1);
+    }
+
+    void bitRoles_data() { testsupport::loadTable(); }
+
+    void bitRoles() {
+        QFETCH(int, subIndex);
+        QFETCH(int, role);
+        QFETCH(QVariant, expected);
+        FakeSettingHost host;
+        host.addTooltip(QStringLiteral("HORN"), QStringLiteral("Horn help"));
+        BoolSetting* s = asBool(host.build(
+            QStringLiteral("F1"),
+            QStringLiteral("bool, 8, {\"Brake\" inverted, \"Horn\" on=\"Loud\" off=\"Silent\" "
+                           "wsi=HORN}"),
+            hexBytes("01")));
+        QVERIFY(s);
+        const QVariant actual = s->getData(subIndex, static_cast<DataRole>(role));
+        QCOMPARE(actual.isValid(), expected.isValid());
+        if (expected.isValid()) {
+            QCOMPARE(actual.toString(), expected.toString());
+        }
+    }
+
+    void wholeRoles() {
+        FakeSettingHost host;
+        BoolSetting* s =
+            asBool(host.build(QStringLiteral("Flags2"), labelled(16, 2), hexBytes("01 02")));
+        QVERIFY(s);
+        QCOMPARE(s->getData(RoleEdit).toULongLong(), 0x0102ull);
+        QCOMPARE(s->getData(RoleRaw).toULongLong(), 0x0102ull);
+        QCOMPARE(s->getData(-1, RoleDisplay).toString(), QStringLiteral("258"));
+        QCOMPARE(s->getData(RoleName).toString(), QStringLiteral("Flags"));
+        QCOMPARE(s->getData(RoleMaximum).toDouble(), 65535.0);
+        QVERIFY(!s->getData(RoleToolTip).isValid());
+    }
 };
-
-void TestBoolSetting::sizes_data() {
-    testsupport::loadTable(QStringLiteral("boolsetting-sizes.txt"));
-}
-
-void TestBoolSetting::sizes() {
-    QFETCH(QString, bitCount);
-    QFETCH(int, bytes);
-    FakeSettingHost host;
-    Setting* s =
-        host.build(QStringLiteral("F1"), QStringLiteral("bool, %1, {\"a\"}").arg(bitCount));
-    QCOMPARE(s != nullptr, bytes > 0);
-    if (s) {
-        QCOMPARE(s->getType(), TypeBool);
-        QCOMPARE(s->getSizeBytes(), bytes);
-        QCOMPARE(s->getSizeBits(), bitCount.toInt());
-    }
-}
-
-void TestBoolSetting::subIndexMapping_data() {
-    testsupport::loadTable(QStringLiteral("boolsetting-subIndexMapping.txt"));
-}
-
-void TestBoolSetting::subIndexMapping() {
-    QFETCH(int, bits);
-    QFETCH(int, subIndex);
-    QFETCH(int, byteIndex);
-    QFETCH(int, bit);
-    FakeSettingHost host;
-    // More labels than bits, so that the mapping, not the label count, decides.
-    BoolSetting* s = asBool(host.build(QStringLiteral("F1"), labelled(bits, 20)));
-    QVERIFY(s);
-    int byteOut = -1;
-    int bitOut = -1;
-    const bool mapped = s->subIndexToOffset(subIndex, &byteOut, &bitOut);
-    QCOMPARE(mapped, byteIndex >= 0);
-    if (mapped) {
-        QCOMPARE(byteOut, byteIndex);
-        QCOMPARE(bitOut, bit);
-    }
-    // Reading and writing the bit go through the same mapping (a negative sub-index
-    // means the whole value there).
-    if (subIndex >= 0) {
-        QCOMPARE(s->getData(subIndex, RoleEdit).isValid(), mapped);
-        QCOMPARE(s->setData(subIndex, true), mapped);
-    }
-}
-
-void TestBoolSetting::setBitWritesImageOrder_data() {
-    QTest::addColumn<int>("subIndex");
-    QTest::addColumn<QByteArray>("expected");
-    QTest::newRow("bit 0") << 0 << hexBytes("00 01");
-    QTest::newRow("bit 3") << 3 << hexBytes("00 08");
-    QTest::newRow("bit 8") << 8 << hexBytes("01 00");
-    QTest::newRow("bit 15") << 15 << hexBytes("80 00");
-}
-
-void TestBoolSetting::setBitWritesImageOrder() {
-    QFETCH(int, subIndex);
-    QFETCH(QByteArray, expected);
-    FakeSettingHost host;
-    BoolSetting* s = asBool(host.build(QStringLiteral("F1"), labelled(16, 16), hexBytes("00 00")));
-    QVERIFY(s);
-    QCOMPARE(s->subIndices(), 16);
-    QVERIFY(s->setData(subIndex, true));
-    QCOMPARE(s->getBytes(), expected);
-    QCOMPARE(s->getData(subIndex, RoleEdit).toBool(), true);
-    QVERIFY(s->setData(subIndex, false));
-    QCOMPARE(s->getBytes(), hexBytes("00 00"));
-}
-
-void TestBoolSetting::unchangedBitReportsFailure() {
-    FakeSettingHost host;
-    BoolSetting* s = asBool(host.build(QStringLiteral("F1"), labelled(8, 3), hexBytes("02")));
-    QVERIFY(s);
-    QVERIFY(!s->setData(1, true));  // already set
-    QVERIFY(!s->setData(0, false)); // already clear
-    QCOMPARE(s->getBytes(), hexBytes("02"));
-    QVERIFY(!s->setData(3, true)); // no label for bit 3
-    QCOMPARE(s->getBytes(), hexBytes("02"));
-}
-
-void TestBoolSetting::wholeValue() {
-    FakeSettingHost host;
-    BoolSetting* s = asBool(host.build(QStringLiteral("F1"), labelled(12, 2), hexBytes("00 00")));
-    QVERIFY(s);
-    QVERIFY(s->setData(-1, 0x0102));
-    QCOMPARE(s->getBytes(), hexBytes("01 02"));
-    QVERIFY(!s->setData(-1, 0x0102)); // unchanged
-    QVERIFY(s->setData(0xFFFF));      // masked to 12 bits
-    QCOMPARE(s->getBytes(), hexBytes("0F FF"));
-    QVERIFY(s->setData(QVariant(hexBytes("00 03"))));
-    QCOMPARE(s->getBytes(), hexBytes("00 03"));
-    QVERIFY(!s->setData(QVariant(hexBytes("01"))));
-    QVERIFY(!s->setData(QStringLiteral("many")));
-}
-
-void TestBoolSetting::labels_data() {
-    testsupport::loadTable(QStringLiteral("boolsetting-labels.txt"));
-}
-
-void TestBoolSetting::labels() {
-    QFETCH(QString, field);
-    QFETCH(QStringList, texts);
-    QFETCH(QString, options);
-    FakeSettingHost host;
-    BoolSetting* s = asBool(host.build(QStringLiteral("F1"), QStringLiteral("bool, 8, ") + field));
-    QVERIFY(s);
-    QCOMPARE(s->subIndices(), texts.size());
-    QStringList actualTexts;
-    QStringList actualOptions;
-    for (const BitLabel& l : s->getLabels()) {
-        actualTexts.append(l.text);
-        QStringList o;
-        if (l.inverted) {
-            o.append(QStringLiteral("i"));
-        }
-        if (!l.wsi.isEmpty()) {
-            o.append(QStringLiteral("w:") + l.wsi);
-        }
-        if (!l.onText.isEmpty()) {
-            o.append(QStringLiteral("on:") + l.onText);
-        }
-        if (!l.offText.isEmpty()) {
-            o.append(QStringLiteral("off:") + l.offText);
-        }
-        actualOptions.append(o.join(QLatin1Char(' ')));
-    }
-    QCOMPARE(actualTexts, texts);
-    QCOMPARE(actualOptions.join(QLatin1Char('|')), options);
-    QVERIFY(host.problems().isEmpty());
-}
-
-void TestBoolSetting::malformedLabels_data() {
-    testsupport::loadTable(QStringLiteral("boolsetting-malformedLabels.txt"));
-}
-
-void TestBoolSetting::malformedLabels() {
-    QFETCH(QString, field);
-    FakeSettingHost host;
-    int error = 0;
-    QVERIFY(!host.build(QStringLiteral("F1"), QStringLiteral("bool, 8, ") + field, QByteArray(),
-                        &error));
-    QCOMPARE(error, 3);
-    QCOMPARE(host.problems().size(), 1);
-}
-
-void TestBoolSetting::bitRoles_data() {
-    QTest::addColumn<int>("subIndex");
-    QTest::addColumn<int>("role");
-    QTest::addColumn<QVariant>("expected");
-    // Bit 0 "Brake" is inverted and set; bit 1 "Horn" has texts and help and is clear.
-    QTest::newRow("1 display, default texts") << 0 << int(RoleDisplay) << QVariant("Off");
-    QTest::newRow("1 display, own texts") << 1 << int(RoleDisplay) << QVariant("Silent");
-    QTest::newRow("2 shown state of inverted bit") << 0 << int(RoleEdit) << QVariant(false);
-    QTest::newRow("2 shown state") << 1 << int(RoleEdit) << QVariant(false);
-    QTest::newRow("3 as text") << 0 << int(RoleFullText) << QVariant("0");
-    QTest::newRow("5 label") << 1 << int(RoleName) << QVariant("Horn");
-    QTest::newRow("13 stored bit") << 0 << int(RoleRaw) << QVariant(1);
-    QTest::newRow("14 help of the bit") << 1 << int(RoleToolTip) << QVariant("Horn help");
-    QTest::newRow("14 no help") << 0 << int(RoleToolTip) << QVariant();
-    QTest::newRow("10 not answered") << 0 << int(RolePrecision) << QVariant();
-    QTest::newRow("beyond the labels") << 2 << int(RoleName) << QVariant();
-}
-
-void TestBoolSetting::bitRoles() {
-    QFETCH(int, subIndex);
-    QFETCH(int, role);
-    QFETCH(QVariant, expected);
-    FakeSettingHost host;
-    host.addTooltip(QStringLiteral("HORN"), QStringLiteral("Horn help"));
-    BoolSetting* s = asBool(host.build(
-        QStringLiteral("F1"),
-        QStringLiteral("bool, 8, {\"Brake\" inverted, \"Horn\" on=\"Loud\" off=\"Silent\" "
-                       "wsi=HORN}"),
-        hexBytes("01")));
-    QVERIFY(s);
-    const QVariant actual = s->getData(subIndex, static_cast<DataRole>(role));
-    QCOMPARE(actual.isValid(), expected.isValid());
-    if (expected.isValid()) {
-        QCOMPARE(actual.toString(), expected.toString());
-    }
-}
-
-void TestBoolSetting::wholeRoles() {
-    FakeSettingHost host;
-    BoolSetting* s =
-        asBool(host.build(QStringLiteral("Flags2"), labelled(16, 2), hexBytes("01 02")));
-    QVERIFY(s);
-    QCOMPARE(s->getData(RoleEdit).toULongLong(), 0x0102ull);
-    QCOMPARE(s->getData(RoleRaw).toULongLong(), 0x0102ull);
-    QCOMPARE(s->getData(-1, RoleDisplay).toString(), QStringLiteral("258"));
-    QCOMPARE(s->getData(RoleName).toString(), QStringLiteral("Flags"));
-    QCOMPARE(s->getData(RoleMaximum).toDouble(), 65535.0);
-    QVERIFY(!s->getData(RoleToolTip).isValid());
-}
 
 QTEST_GUILESS_MAIN(TestBoolSetting)
 #include "tst_boolsetting.moc"

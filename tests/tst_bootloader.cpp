@@ -16,7 +16,7 @@ using firmware::bootloader;
 class TestBootloader : public QObject {
     Q_OBJECT
 private slots:
-    void interpret_data() { testsupport::loadTable(QStringLiteral("bootloader-interpret.txt")); }
+    void interpret_data() { testsupport::loadTable(); }
     void interpret() {
         QFETCH(QString, output);
         QFETCH(QStringList, lines);

@@ -64,7 +64,7 @@ class TestCategory : public QObject {
     Q_OBJECT
 
 private slots:
-    void placement_data() { testsupport::loadTable(QStringLiteral("category-placement.txt")); }
+    void placement_data() { testsupport::loadTable(); }
 
     void placement() {
         QFETCH(QString, names);
@@ -96,15 +96,7 @@ private slots:
         QCOMPARE(grid.category.getSettings().size(), 0);
     }
 
-    void presetEnabledByCounter_data() {
-        QTest::addColumn<int>("counter");
-        QTest::addColumn<int>("preset");
-        QTest::addColumn<bool>("enabled");
-        QTest::newRow("counter 2 enables preset 2") << 2 << 2 << true;
-        QTest::newRow("counter 2 disables preset 3") << 2 << 3 << false;
-        QTest::newRow("raw byte 255 is unsigned") << 255 << 7 << true;
-        QTest::newRow("no counter enables everything") << -1 << 40 << true;
-    }
+    void presetEnabledByCounter_data() { testsupport::loadTable(); }
 
     void presetEnabledByCounter() {
         QFETCH(int, counter);
@@ -210,13 +202,7 @@ private slots:
         QCOMPARE(grid.at("B2"), QStringLiteral("2:1"));
     }
 
-    void expansionSignals_data() {
-        QTest::addColumn<QString>("names");
-        QTest::addColumn<int>("row"); // of the group, in the first preset
-        QTest::addColumn<int>("newSize");
-        QTest::newRow("group below an unfolded one") << "F1+3,G1+5" << 3 << 5;
-        QTest::newRow("group after a hidden row") << "~H1,G1+3" << 0 << 3;
-    }
+    void expansionSignals_data() { testsupport::loadTable(); }
 
     void expansionSignals() {
         QFETCH(QString, names);
@@ -288,7 +274,7 @@ private slots:
         QCOMPARE(layoutFault(category), QString());
     }
 
-    void hiddenRows_data() { testsupport::loadTable(QStringLiteral("category-hiddenRows.txt")); }
+    void hiddenRows_data() { testsupport::loadTable(); }
 
     void hiddenRows() {
         QFETCH(QString, names);
@@ -394,15 +380,7 @@ private slots:
         QCOMPARE(grid.at("A2"), QStringLiteral("3:1"));
     }
 
-    void move_data() {
-        QTest::addColumn<int>("from");
-        QTest::addColumn<int>("to");
-        QTest::addColumn<QString>("order");
-        QTest::newRow("first to last") << 0 << 3 << "BCDA";
-        QTest::newRow("middle up") << 2 << 1 << "ACBD";
-        QTest::newRow("last to first") << 3 << 0 << "DABC";
-        QTest::newRow("stays") << 1 << 1 << "ABCD";
-    }
+    void move_data() { testsupport::loadTable(); }
 
     void move() {
         QFETCH(int, from);

@@ -150,79 +150,77 @@ class TestCategoryInvariants : public QObject {
     Q_OBJECT
 
 private slots:
-    void randomSequencesKeepRowsAligned();
-    void appendsFillTheFirstFreeRowOfTheirName();
-};
-
-void TestCategoryInvariants::randomSequencesKeepRowsAligned() {
-    for (quint32 seed = 1; seed <= 200; ++seed) {
-        std::vector<QPointer<Setting>> made;
-        {
-            Run run(seed);
-            for (int index = 0; index < 80; ++index) {
-                QString fault;
-                const QString what = run.step(&fault);
-                if (fault.isEmpty())
-                    fault = layoutFault(run.category);
-                if (fault.isEmpty() && !run.category.isAligned())
-                    fault = QStringLiteral("isAligned() is false");
-                if (!fault.isEmpty())
-                    QFAIL(qPrintable(QStringLiteral("seed %1, step %2 (%3): %4")
-                                         .arg(seed)
-                                         .arg(index)
-                                         .arg(what, fault)));
+    void randomSequencesKeepRowsAligned() {
+        for (quint32 seed = 1; seed <= 200; ++seed) {
+            std::vector<QPointer<Setting>> made;
+            {
+                Run run(seed);
+                for (int index = 0; index < 80; ++index) {
+                    QString fault;
+                    const QString what = run.step(&fault);
+                    if (fault.isEmpty())
+                        fault = layoutFault(run.category);
+                    if (fault.isEmpty() && !run.category.isAligned())
+                        fault = QStringLiteral("isAligned() is false");
+                    if (!fault.isEmpty())
+                        QFAIL(qPrintable(QStringLiteral("seed %1, step %2 (%3): %4")
+                                             .arg(seed)
+                                             .arg(index)
+                                             .arg(what, fault)));
+                }
+                made = run.made;
             }
-            made = run.made;
+            // The category held the only references: every setting went with it.
+            for (const QPointer<Setting>& setting : made)
+                QVERIFY2(!setting,
+                         qPrintable(QStringLiteral("seed %1 leaked a setting").arg(seed)));
         }
-        // The category held the only references: every setting went with it.
-        for (const QPointer<Setting>& setting : made)
-            QVERIFY2(!setting, qPrintable(QStringLiteral("seed %1 leaked a setting").arg(seed)));
     }
-}
 
-void TestCategoryInvariants::appendsFillTheFirstFreeRowOfTheirName() {
-    for (quint32 seed = 1; seed <= 100; ++seed) {
-        Run run(seed);
-        for (int index = 0; index < 60; ++index) {
-            Setting* setting = run.makeSetting();
-            QVERIFY(run.category.appendSetting(setting, run.randomForced()));
-            const CategoryIndex* cell = run.category.findIndex(setting);
-            QCOMPARE(run.category.getPreset(cell), std::max(0, setting->getPreset()));
-        }
-        // Per name and column, the rows of that name holding a setting in that column come
-        // before the rows where the column is still free.
-        QHash<QString, QVector<int>> rowsOfName;
-        Category& category = run.category;
-        for (int row = 0; row < category.getLiteralSize(); ++row) {
-            for (int column = 0; column < category.numberOfPresets(); ++column) {
-                const CategoryIndex* cell = category.getAtLiteral(row, column);
-                if (cell->isFiller())
-                    continue;
-                const QString name = cell->getContent()->getBaseCodeName() +
-                                     QStringLiteral("#%1").arg(cell->getForcedSubIndex());
-                if (!rowsOfName[name].contains(row))
-                    rowsOfName[name].append(row);
-                break;
+    void appendsFillTheFirstFreeRowOfTheirName() {
+        for (quint32 seed = 1; seed <= 100; ++seed) {
+            Run run(seed);
+            for (int index = 0; index < 60; ++index) {
+                Setting* setting = run.makeSetting();
+                QVERIFY(run.category.appendSetting(setting, run.randomForced()));
+                const CategoryIndex* cell = run.category.findIndex(setting);
+                QCOMPARE(run.category.getPreset(cell), std::max(0, setting->getPreset()));
             }
-        }
-        for (auto rows = rowsOfName.cbegin(); rows != rowsOfName.cend(); ++rows) {
-            for (int column = 0; column < category.numberOfPresets(); ++column) {
-                bool freeSeen = false;
-                for (int row : rows.value()) {
-                    const bool taken = !category.getAtLiteral(row, column)->isFiller();
-                    QVERIFY2(!(taken && freeSeen),
-                             qPrintable(QStringLiteral("seed %1: %2 skipped a free place in "
-                                                       "column %3")
-                                            .arg(seed)
-                                            .arg(rows.key())
-                                            .arg(column)));
-                    freeSeen = freeSeen || !taken;
+            // Per name and column, the rows of that name holding a setting in that column come
+            // before the rows where the column is still free.
+            QHash<QString, QVector<int>> rowsOfName;
+            Category& category = run.category;
+            for (int row = 0; row < category.getLiteralSize(); ++row) {
+                for (int column = 0; column < category.numberOfPresets(); ++column) {
+                    const CategoryIndex* cell = category.getAtLiteral(row, column);
+                    if (cell->isFiller())
+                        continue;
+                    const QString name = cell->getContent()->getBaseCodeName() +
+                                         QStringLiteral("#%1").arg(cell->getForcedSubIndex());
+                    if (!rowsOfName[name].contains(row))
+                        rowsOfName[name].append(row);
+                    break;
                 }
             }
+            for (auto rows = rowsOfName.cbegin(); rows != rowsOfName.cend(); ++rows) {
+                for (int column = 0; column < category.numberOfPresets(); ++column) {
+                    bool freeSeen = false;
+                    for (int row : rows.value()) {
+                        const bool taken = !category.getAtLiteral(row, column)->isFiller();
+                        QVERIFY2(!(taken && freeSeen),
+                                 qPrintable(QStringLiteral("seed %1: %2 skipped a free place in "
+                                                           "column %3")
+                                                .arg(seed)
+                                                .arg(rows.key())
+                                                .arg(column)));
+                        freeSeen = freeSeen || !taken;
+                    }
+                }
+            }
+            QCOMPARE(layoutFault(category), QString());
         }
-        QCOMPARE(layoutFault(category), QString());
     }
-}
+};
 
 QTEST_GUILESS_MAIN(TestCategoryInvariants)
 #include "tst_category_invariants.moc"

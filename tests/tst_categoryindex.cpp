@@ -18,127 +18,111 @@ class TestCategoryIndex : public QObject {
     Q_OBJECT
 
 private slots:
-    void constructionLimits_data();
-    void constructionLimits();
-    void lastReferenceDestroysTheSetting();
-    void destructionJoinsSiblings_data();
-    void destructionJoinsSiblings();
-    void destructionTakesTheChainBelow();
-    void longColumnIsDestroyedWithoutRecursion();
-    void virtualOffsetSumsCellsAbove();
+    void constructionLimits_data() { testsupport::loadTable(); }
+
+    void constructionLimits() {
+        QFETCH(int, size);
+        QFETCH(int, forced);
+        QFETCH(int, expectedSize);
+        QFETCH(int, expectedForced);
+        CategoryIndex cell(size, forced, nullptr, nullptr, nullptr);
+        QCOMPARE(cell.getSize(), expectedSize);
+        QCOMPARE(cell.getForcedSubIndex(), expectedForced);
+        QVERIFY(cell.isFiller());
+        cell.setSize(0);
+        QCOMPARE(cell.getSize(), 1);
+    }
+
+    void lastReferenceDestroysTheSetting() {
+        FakeSettingHost host;
+        QPointer<PlainSetting> setting = new PlainSetting(QStringLiteral("SPEED1"), &host);
+        setting->addReference(); // another holder besides the cells
+        auto* first = new CategoryIndex(1, -1, nullptr, nullptr, setting);
+        auto* second = new CategoryIndex(1, 0, nullptr, nullptr, setting);
+        QCOMPARE(setting->getReferenceCount(), 3);
+        QVERIFY(!first->isFiller());
+
+        delete first;
+        QVERIFY(setting);
+        QCOMPARE(setting->getReferenceCount(), 2);
+        setting->dereference(); // the other holder lets go
+        QVERIFY(setting);
+        delete second; // the last reference
+        QVERIFY(!setting);
+    }
+
+    void destructionJoinsSiblings_data() { testsupport::loadTable(); }
+
+    void destructionJoinsSiblings() {
+        QFETCH(int, victim);
+        std::vector<CategoryIndex*> row;
+        for (int i = 0; i < 3; ++i)
+            row.push_back(new CategoryIndex(1, -1, nullptr, nullptr, nullptr));
+        for (int i = 0; i < 3; ++i) {
+            row[i]->setLeft(i > 0 ? row[i - 1] : nullptr);
+            row[i]->setRight(i < 2 ? row[i + 1] : nullptr);
+        }
+        delete row[victim];
+        row.erase(row.begin() + victim);
+        QCOMPARE(row[0]->getLeft(), nullptr);
+        QCOMPARE(row[0]->getRight(), row[1]);
+        QCOMPARE(row[1]->getLeft(), row[0]);
+        QCOMPARE(row[1]->getRight(), nullptr);
+        for (CategoryIndex* cell : row)
+            delete cell;
+    }
+
+    void destructionTakesTheChainBelow() {
+        FakeSettingHost host;
+        QPointer<PlainSetting> kept = new PlainSetting(QStringLiteral("KEPT1"), &host);
+        QPointer<PlainSetting> lost = new PlainSetting(QStringLiteral("LOST1"), &host);
+        auto* top = new CategoryIndex(1, -1, nullptr, nullptr, kept);
+        auto* middle = new CategoryIndex(2, -1, top, nullptr, nullptr);
+        auto* bottom = new CategoryIndex(1, -1, middle, nullptr, lost);
+        top->setNext(middle);
+        middle->setNext(bottom);
+
+        delete middle; // takes bottom along and detaches from top
+        QCOMPARE(top->getNext(), nullptr);
+        QVERIFY(kept);
+        QVERIFY(!lost);
+        delete top;
+        QVERIFY(!kept);
+    }
+
+    void longColumnIsDestroyedWithoutRecursion() {
+        FakeSettingHost host;
+        const int cells = 200000;
+        QPointer<PlainSetting> setting = new PlainSetting(QStringLiteral("DEEP1"), &host);
+        auto* head = new CategoryIndex(1, -1, nullptr, nullptr, nullptr);
+        CategoryIndex* tail = head;
+        for (int i = 1; i < cells; ++i) {
+            auto* cell = new CategoryIndex(1, i - 1, tail, nullptr, setting);
+            tail->setNext(cell);
+            tail = cell;
+        }
+        QCOMPARE(setting->getReferenceCount(), cells - 1);
+        delete head;
+        QVERIFY(!setting);
+    }
+
+    void virtualOffsetSumsCellsAbove() {
+        const int sizes[] = {1, 4, 2, 1};
+        std::vector<CategoryIndex*> column;
+        for (int size : sizes) {
+            auto* cell = new CategoryIndex(size, -1, column.empty() ? nullptr : column.back(),
+                                           nullptr, nullptr);
+            if (!column.empty())
+                column.back()->setNext(cell);
+            column.push_back(cell);
+        }
+        QCOMPARE(column[0]->getVirtualOffset(), 0);
+        QCOMPARE(column[1]->getVirtualOffset(), 1);
+        QCOMPARE(column[2]->getVirtualOffset(), 5);
+        QCOMPARE(column[3]->getVirtualOffset(), 7);
+        delete column[0];
+    }
 };
-
-void TestCategoryIndex::constructionLimits_data() {
-    testsupport::loadTable(QStringLiteral("categoryindex-constructionLimits.txt"));
-}
-
-void TestCategoryIndex::constructionLimits() {
-    QFETCH(int, size);
-    QFETCH(int, forced);
-    QFETCH(int, expectedSize);
-    QFETCH(int, expectedForced);
-    CategoryIndex cell(size, forced, nullptr, nullptr, nullptr);
-    QCOMPARE(cell.getSize(), expectedSize);
-    QCOMPARE(cell.getForcedSubIndex(), expectedForced);
-    QVERIFY(cell.isFiller());
-    cell.setSize(0);
-    QCOMPARE(cell.getSize(), 1);
-}
-
-void TestCategoryIndex::lastReferenceDestroysTheSetting() {
-    FakeSettingHost host;
-    QPointer<PlainSetting> setting = new PlainSetting(QStringLiteral("SPEED1"), &host);
-    setting->addReference(); // another holder besides the cells
-    auto* first = new CategoryIndex(1, -1, nullptr, nullptr, setting);
-    auto* second = new CategoryIndex(1, 0, nullptr, nullptr, setting);
-    QCOMPARE(setting->getReferenceCount(), 3);
-    QVERIFY(!first->isFiller());
-
-    delete first;
-    QVERIFY(setting);
-    QCOMPARE(setting->getReferenceCount(), 2);
-    setting->dereference(); // the other holder lets go
-    QVERIFY(setting);
-    delete second; // the last reference
-    QVERIFY(!setting);
-}
-
-void TestCategoryIndex::destructionJoinsSiblings_data() {
-    QTest::addColumn<int>("victim");
-    QTest::newRow("leftmost") << 0;
-    QTest::newRow("middle") << 1;
-    QTest::newRow("rightmost") << 2;
-}
-
-void TestCategoryIndex::destructionJoinsSiblings() {
-    QFETCH(int, victim);
-    std::vector<CategoryIndex*> row;
-    for (int i = 0; i < 3; ++i)
-        row.push_back(new CategoryIndex(1, -1, nullptr, nullptr, nullptr));
-    for (int i = 0; i < 3; ++i) {
-        row[i]->setLeft(i > 0 ? row[i - 1] : nullptr);
-        row[i]->setRight(i < 2 ? row[i + 1] : nullptr);
-    }
-    delete row[victim];
-    row.erase(row.begin() + victim);
-    QCOMPARE(row[0]->getLeft(), nullptr);
-    QCOMPARE(row[0]->getRight(), row[1]);
-    QCOMPARE(row[1]->getLeft(), row[0]);
-    QCOMPARE(row[1]->getRight(), nullptr);
-    for (CategoryIndex* cell : row)
-        delete cell;
-}
-
-void TestCategoryIndex::destructionTakesTheChainBelow() {
-    FakeSettingHost host;
-    QPointer<PlainSetting> kept = new PlainSetting(QStringLiteral("KEPT1"), &host);
-    QPointer<PlainSetting> lost = new PlainSetting(QStringLiteral("LOST1"), &host);
-    auto* top = new CategoryIndex(1, -1, nullptr, nullptr, kept);
-    auto* middle = new CategoryIndex(2, -1, top, nullptr, nullptr);
-    auto* bottom = new CategoryIndex(1, -1, middle, nullptr, lost);
-    top->setNext(middle);
-    middle->setNext(bottom);
-
-    delete middle; // takes bottom along and detaches from top
-    QCOMPARE(top->getNext(), nullptr);
-    QVERIFY(kept);
-    QVERIFY(!lost);
-    delete top;
-    QVERIFY(!kept);
-}
-
-void TestCategoryIndex::longColumnIsDestroyedWithoutRecursion() {
-    FakeSettingHost host;
-    const int cells = 200000;
-    QPointer<PlainSetting> setting = new PlainSetting(QStringLiteral("DEEP1"), &host);
-    auto* head = new CategoryIndex(1, -1, nullptr, nullptr, nullptr);
-    CategoryIndex* tail = head;
-    for (int i = 1; i < cells; ++i) {
-        auto* cell = new CategoryIndex(1, i - 1, tail, nullptr, setting);
-        tail->setNext(cell);
-        tail = cell;
-    }
-    QCOMPARE(setting->getReferenceCount(), cells - 1);
-    delete head;
-    QVERIFY(!setting);
-}
-
-void TestCategoryIndex::virtualOffsetSumsCellsAbove() {
-    const int sizes[] = {1, 4, 2, 1};
-    std::vector<CategoryIndex*> column;
-    for (int size : sizes) {
-        auto* cell =
-            new CategoryIndex(size, -1, column.empty() ? nullptr : column.back(), nullptr, nullptr);
-        if (!column.empty())
-            column.back()->setNext(cell);
-        column.push_back(cell);
-    }
-    QCOMPARE(column[0]->getVirtualOffset(), 0);
-    QCOMPARE(column[1]->getVirtualOffset(), 1);
-    QCOMPARE(column[2]->getVirtualOffset(), 5);
-    QCOMPARE(column[3]->getVirtualOffset(), 7);
-    delete column[0];
-}
 
 QTEST_GUILESS_MAIN(TestCategoryIndex)
 #include "tst_categoryindex.moc"

@@ -99,99 +99,94 @@ QDateTime modified(const QString& path) {
 class TestCliSet : public QObject {
     Q_OBJECT
 private slots:
-    void changesExactlyItsBytes_data();
-    void changesExactlyItsBytes();
-    void inPlaceReplacesFile();
-    void editsSurviveReopening_data();
-    void editsSurviveReopening();
+    void changesExactlyItsBytes_data() { testsupport::loadTable(); }
+
+    void changesExactlyItsBytes() {
+        QFETCH(QString, fw);
+        QFETCH(QStringList, assignments);
+        QFETCH(QStringList, changed);
+        QFETCH(QStringList, query);
+        QFETCH(QStringList, answer);
+        const Generation* g = generationOf(fw);
+        QVERIFY(g);
+        QTemporaryDir tmp;
+        QVERIFY(tmp.isValid());
+        const QString base = tmp.filePath(QStringLiteral("base.hex"));
+        const QString edited = tmp.filePath(QStringLiteral("edited.hex"));
+        QCOMPARE(set({firmwarePath(*g), QStringLiteral("SpdUnits=0"), QStringLiteral("-o"), base})
+                     .exitCode,
+                 0);
+        const CliResult run =
+            set(QStringList{firmwarePath(*g), QStringLiteral("-o"), edited} + assignments);
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY2(run.err.isEmpty(), qPrintable(run.err));
+
+        const QList<Span> spans = layoutSpans(layoutPath(g->kxs), g->processor);
+        const QSet<QString> expected(changed.begin(), changed.end());
+        QCOMPARE(changedSpans(base, edited, spans), expected);
+        QCOMPARE(changedValues(base, edited, spans, g->processor), expected);
+        // set reports each changed setting once.
+        QSet<QString> reported;
+        for (const QString& line : run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+            reported.insert(line.section(QLatin1Char(':'), 0, 0));
+        }
+        QCOMPARE(reported, expected);
+        QCOMPARE(get(edited, query), answer);
+    }
+
+    void inPlaceReplacesFile() {
+        const Generation* g = generationOf(QStringLiteral("4.01"));
+        QTemporaryDir tmp;
+        QVERIFY(tmp.isValid());
+        const QString file = copyInto(firmwarePath(*g), tmp.path(), QStringLiteral("setup.hex"));
+        QVERIFY(!file.isEmpty() && ageFile(file));
+        QVERIFY(
+            QFile(file).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
+        const QDateTime time = modified(file);
+        QCOMPARE(set({file, QStringLiteral("Backlight=40")}).exitCode, 0);
+        QVERIFY(modified(file) > time);
+        QCOMPARE(QFile(file).permissions() &
+                     (QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther),
+                 QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup);
+        QCOMPARE(get(file, {QStringLiteral("Backlight")}), QStringList{QStringLiteral("40")});
+        QCOMPARE(QDir(tmp.path()).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{QStringLiteral("setup.hex")});
+    }
+
+    void editsSurviveReopening_data() {
+        QTest::addColumn<QString>("fw");
+        for (const Generation& g : generations()) {
+            QTest::newRow(qPrintable(g.fw)) << g.fw;
+        }
+    }
+
+    // Edit, save, re-open and edit again in place, then save unchanged: the second save is
+    // byte-identical and both edits are there.
+    void editsSurviveReopening() {
+        QFETCH(QString, fw);
+        const Generation* g = generationOf(fw);
+        QTemporaryDir tmp;
+        QVERIFY(tmp.isValid());
+        const QString first = tmp.filePath(QStringLiteral("first.hex"));
+        const QString second = tmp.filePath(QStringLiteral("second.hex"));
+        QCOMPARE(set({firmwarePath(*g), QStringLiteral("BattCapB=33.33"),
+                      QStringLiteral("Screens[3]=0"), QStringLiteral("-o"), first})
+                     .exitCode,
+                 0);
+        QCOMPARE(
+            set({first, QStringLiteral("CellChem@30001.B=SLA"), QStringLiteral("TempOffset=-20")})
+                .exitCode,
+            0);
+        QCOMPARE(
+            set({first, QStringLiteral("CellChemB=SLA"), QStringLiteral("-o"), second}).exitCode,
+            0);
+        QCOMPARE(testsupport::readFile(second), testsupport::readFile(first));
+        QCOMPARE(get(second, {QStringLiteral("BattCapB"), QStringLiteral("Screens[3]"),
+                              QStringLiteral("CellChemB"), QStringLiteral("TempOffset")}),
+                 (QStringList{QStringLiteral("33.33"), QStringLiteral("0"), QStringLiteral("6"),
+                              QStringLiteral("-20")}));
+    }
 };
-
-void TestCliSet::changesExactlyItsBytes_data() {
-    testsupport::loadTable(QStringLiteral("cli-set-changesExactlyItsBytes.txt"));
-}
-
-void TestCliSet::changesExactlyItsBytes() {
-    QFETCH(QString, fw);
-    QFETCH(QStringList, assignments);
-    QFETCH(QStringList, changed);
-    QFETCH(QStringList, query);
-    QFETCH(QStringList, answer);
-    const Generation* g = generationOf(fw);
-    QVERIFY(g);
-    QTemporaryDir tmp;
-    QVERIFY(tmp.isValid());
-    const QString base = tmp.filePath(QStringLiteral("base.hex"));
-    const QString edited = tmp.filePath(QStringLiteral("edited.hex"));
-    QCOMPARE(
-        set({firmwarePath(*g), QStringLiteral("SpdUnits=0"), QStringLiteral("-o"), base}).exitCode,
-        0);
-    const CliResult run =
-        set(QStringList{firmwarePath(*g), QStringLiteral("-o"), edited} + assignments);
-    QCOMPARE(run.exitCode, 0);
-    QVERIFY2(run.err.isEmpty(), qPrintable(run.err));
-
-    const QList<Span> spans = layoutSpans(layoutPath(g->kxs), g->processor);
-    const QSet<QString> expected(changed.begin(), changed.end());
-    QCOMPARE(changedSpans(base, edited, spans), expected);
-    QCOMPARE(changedValues(base, edited, spans, g->processor), expected);
-    // set reports each changed setting once.
-    QSet<QString> reported;
-    for (const QString& line : run.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
-        reported.insert(line.section(QLatin1Char(':'), 0, 0));
-    }
-    QCOMPARE(reported, expected);
-    QCOMPARE(get(edited, query), answer);
-}
-
-void TestCliSet::inPlaceReplacesFile() {
-    const Generation* g = generationOf(QStringLiteral("4.01"));
-    QTemporaryDir tmp;
-    QVERIFY(tmp.isValid());
-    const QString file = copyInto(firmwarePath(*g), tmp.path(), QStringLiteral("setup.hex"));
-    QVERIFY(!file.isEmpty() && ageFile(file));
-    QVERIFY(QFile(file).setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
-    const QDateTime time = modified(file);
-    QCOMPARE(set({file, QStringLiteral("Backlight=40")}).exitCode, 0);
-    QVERIFY(modified(file) > time);
-    QCOMPARE(QFile(file).permissions() &
-                 (QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther),
-             QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup);
-    QCOMPARE(get(file, {QStringLiteral("Backlight")}), QStringList{QStringLiteral("40")});
-    QCOMPARE(QDir(tmp.path()).entryList(QDir::Files | QDir::Hidden),
-             QStringList{QStringLiteral("setup.hex")});
-}
-
-void TestCliSet::editsSurviveReopening_data() {
-    QTest::addColumn<QString>("fw");
-    for (const Generation& g : generations()) {
-        QTest::newRow(qPrintable(g.fw)) << g.fw;
-    }
-}
-
-// Edit, save, re-open and edit again in place, then save unchanged: the second save is
-// byte-identical and both edits are there.
-void TestCliSet::editsSurviveReopening() {
-    QFETCH(QString, fw);
-    const Generation* g = generationOf(fw);
-    QTemporaryDir tmp;
-    QVERIFY(tmp.isValid());
-    const QString first = tmp.filePath(QStringLiteral("first.hex"));
-    const QString second = tmp.filePath(QStringLiteral("second.hex"));
-    QCOMPARE(set({firmwarePath(*g), QStringLiteral("BattCapB=33.33"),
-                  QStringLiteral("Screens[3]=0"), QStringLiteral("-o"), first})
-                 .exitCode,
-             0);
-    QCOMPARE(set({first, QStringLiteral("CellChem@30001.B=SLA"), QStringLiteral("TempOffset=-20")})
-                 .exitCode,
-             0);
-    QCOMPARE(set({first, QStringLiteral("CellChemB=SLA"), QStringLiteral("-o"), second}).exitCode,
-             0);
-    QCOMPARE(testsupport::readFile(second), testsupport::readFile(first));
-    QCOMPARE(get(second, {QStringLiteral("BattCapB"), QStringLiteral("Screens[3]"),
-                          QStringLiteral("CellChemB"), QStringLiteral("TempOffset")}),
-             (QStringList{QStringLiteral("33.33"), QStringLiteral("0"), QStringLiteral("6"),
-                          QStringLiteral("-20")}));
-}
 
 QTEST_GUILESS_MAIN(TestCliSet)
 #include "tst_cli_set.moc"

@@ -2,6 +2,7 @@
 // the installed data changes without overwriting what the user changed, added or removed,
 // and the helper program linked in. One scenario walks through three installations.
 #include "DataHome.h"
+#include "support/TableFile.h"
 #include "support/TestSupport.h"
 
 #include <QDir>
@@ -15,16 +16,7 @@ using launcher::seedDataHome;
 class TestDataHome : public QObject {
     Q_OBJECT
 private slots:
-    void dataHomeFollowsXdg_data() {
-        QTest::addColumn<QString>("xdg");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("XDG_DATA_HOME set") << "/x/data"
-                                           << "/x/data/kxsetup";
-        QTest::newRow("unset") << ""
-                               << "/home/rider/.local/share/kxsetup";
-        QTest::newRow("relative is ignored") << "data"
-                                             << "/home/rider/.local/share/kxsetup";
-    }
+    void dataHomeFollowsXdg_data() { testsupport::loadTable(); }
     void dataHomeFollowsXdg() {
         QFETCH(QString, xdg);
         QFETCH(QString, expected);

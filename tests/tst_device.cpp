@@ -105,7 +105,7 @@ private slots:
     // Flashing firmware: search, then write and verify, as the firmware update does it. A
     // failure never ends in the completion text, and what the instrument answers afterwards
     // is the firmware its flash holds.
-    void flash_data() { testsupport::loadTable(QStringLiteral("device-flash.txt")); }
+    void flash_data() { testsupport::loadTable(); }
 
     void flash() {
         QFETCH(QString, running);
@@ -146,7 +146,7 @@ private slots:
 
     // The firmware update without a window: the instrument's settings read, carried into
     // the new version and flashed with it, or the new defaults; refusals flash nothing.
-    void update_data() { testsupport::loadTable(QStringLiteral("device-update.txt")); }
+    void update_data() { testsupport::loadTable(); }
 
     void update() {
         QFETCH(QString, running);
@@ -202,7 +202,7 @@ private slots:
         QCOMPARE(device(QStringLiteral("enq"), again.port()).out, QStringLiteral("3.20\n"));
     }
 
-    void faults_data() { testsupport::loadTable(QStringLiteral("device-faults.txt")); }
+    void faults_data() { testsupport::loadTable(); }
 
     void faults() {
         QFETCH(QStringList, faults);

@@ -1,6 +1,7 @@
 // The dialogs the workflows put up: the port choice (OK only with a port, the last port
 // chosen first, a typed path, Refresh), the version choice, and the progress dialog,
 // whose Cancel only asks the transfer to stop.
+#include "support/TableFile.h"
 #include "ui/ComDialog.h"
 #include "ui/ProgressDialog.h"
 #include "ui/VersionDialog.h"
@@ -30,38 +31,14 @@ const QList<PortEntry> PORTS{{"/dev/ttyUSB0", "USB-Serial Controller", "067b:230
 class TestDialogs : public QObject {
     Q_OBJECT
 private slots:
-    void portChoice_data() {
-        QTest::addColumn<QList<PortEntry>>("ports");
-        QTest::addColumn<int>("index");
-        QTest::addColumn<QString>("last");
-        QTest::addColumn<QString>("typed");  // typed into the path field, when set
-        QTest::addColumn<QString>("chosen"); // empty: OK cannot be pressed
-        QTest::newRow("no ports, nothing typed") << QList<PortEntry>() << 0 << ""
-                                                 << ""
-                                                 << "";
-        QTest::newRow("no ports, a path typed") << QList<PortEntry>() << 0 << ""
-                                                << "/dev/pts/7"
-                                                << "/dev/pts/7";
-        QTest::newRow("the current index") << PORTS << 1 << ""
-                                           << ""
-                                           << "/dev/ttyUSB1";
-        QTest::newRow("the last port wins") << PORTS << 1 << "/dev/ttyUSB0"
-                                            << ""
-                                            << "/dev/ttyUSB0";
-        QTest::newRow("a last port not listed") << PORTS << 0 << "/dev/pts/3"
-                                                << ""
-                                                << "/dev/pts/3";
-        QTest::newRow("index out of range") << PORTS << 9 << ""
-                                            << ""
-                                            << "/dev/ttyUSB1";
-    }
+    void portChoice_data() { testsupport::loadTable(); }
     void portChoice() {
-        QFETCH(QList<PortEntry>, ports);
+        QFETCH(bool, ports);
         QFETCH(int, index);
         QFETCH(QString, last);
         QFETCH(QString, typed);
         QFETCH(QString, chosen);
-        ComDialog dialog(ports, index, last, QStringLiteral("Read"));
+        ComDialog dialog(ports ? PORTS : QList<PortEntry>(), index, last, QStringLiteral("Read"));
         QCOMPARE(dialog.windowTitle(), QStringLiteral("Read"));
         if (!typed.isEmpty()) {
             QTest::keyClicks(dialog.findChild<QLineEdit*>(), typed);

@@ -33,9 +33,7 @@ class TestKXCommunicator : public QObject {
 private slots:
     void initTestCase() { KXCommunicator::setAnswerWaitMs(300); }
 
-    void findResponse_data() {
-        testsupport::loadTable(QStringLiteral("kxcommunicator-findResponse.txt"));
-    }
+    void findResponse_data() { testsupport::loadTable(); }
 
     void findResponse() {
         QFETCH(QByteArray, bytes);
@@ -49,34 +47,7 @@ private slots:
         QCOMPARE(c, count);
     }
 
-    void query_data() {
-        QTest::addColumn<QByteArray>("replies");
-        QTest::addColumn<int>("attempts");
-        QTest::addColumn<QString>("expected"); // event-loop variant
-        QTest::addColumn<int>("enquiries");
-        QTest::addColumn<QString>("blocking"); // blocking variant
-        QTest::newRow("answer in one piece") << QByteArray("\x06"
-                                                           "1.2b3\x04")
-                                             << 3 << "1.2b3" << 1 << "1.2b3";
-        QTest::newRow("echo and noise before the frame") << QByteArray("\x05zz\x04\x06"
-                                                                       "3.10\x04")
-                                                         << 3 << "3.10" << 1 << "3.10";
-        QTest::newRow("answer split over reads")
-            << QByteArray("\x06+3.+10\x04") << 3 << "3.10" << 1 << Skip;
-        QTest::newRow("frame completed by the next attempt") << QByteArray("\x06"
-                                                                           "3.1|0\x04")
-                                                             << 3 << "3.10" << 2 << "3.10";
-        QTest::newRow("NUL drops the rest of its chunk")
-            << QByteArray("\x06"
-                          "AB\0CD\x04|\x04",
-                          11)
-            << 3 << "AB" << 2 << QString::fromLatin1("AB\0CD", 5);
-        QTest::newRow("empty frame fails every attempt")
-            << QByteArray("\x06\x04|\x06V\x04|\x06V\x04") << 3 << Null << 3 << Null;
-        QTest::newRow("no answer") << QByteArray() << 3 << Null << 3 << Null;
-        QTest::newRow("zero attempts send nothing")
-            << QByteArray("\x06V\x04") << 0 << Null << 0 << Null;
-    }
+    void query_data() { testsupport::loadTable(); }
 
     void query() {
         QFETCH(QByteArray, replies);

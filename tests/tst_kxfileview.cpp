@@ -10,6 +10,7 @@
 #include "ui/KXFileView.h"
 
 #include "support/SampleData.h"
+#include "support/TableFile.h"
 
 #include <QtTest>
 
@@ -64,20 +65,7 @@ private slots:
         QVERIFY(view->indexWidget(index));
     }
 
-    void search_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("kept");    // a setting whose row stays
-        QTest::addColumn<QString>("dropped"); // one whose row goes
-        QTest::newRow("by name") << "cutoff"
-                                 << "LVCA"
-                                 << "CellCntA";
-        QTest::newRow("every word, any case") << "LOW voltage"
-                                              << "LVCB"
-                                              << "BattCapA";
-        QTest::newRow("by help text") << "rolled back"
-                                      << "LVCA"
-                                      << "WheelCirc";
-    }
+    void search_data() { testsupport::loadTable(); }
 
     void search() {
         QFETCH(QString, text);

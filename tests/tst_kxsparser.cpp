@@ -5,6 +5,7 @@
 #include "kxs/compiler/KxsWriter.h"
 #include "kxs/parser/KxsParser.h"
 #include "support/LayoutFixtures.h"
+#include "support/TableFile.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -149,14 +150,7 @@ private slots:
         QCOMPARE(p.getKxsVersion(), QString());
     }
 
-    void version_data() {
-        QTest::addColumn<QByteArray>("field");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("16 bytes, no terminator")
-            << QByteArray("ABCDEFGHIJKLMNOP") << QStringLiteral("ABCDEFGHIJKLMNOP");
-        QTest::newRow("stops at first zero") << QByteArray("AB\0CD", 5) << QStringLiteral("AB");
-        QTest::newRow("Latin-1") << QByteArray("Gr\xfc\xdf") << QStringLiteral("Gr\u00fc\u00df");
-    }
+    void version_data() { testsupport::loadTable(); }
 
     void version() {
         QFETCH(QByteArray, field);
@@ -168,23 +162,7 @@ private slots:
         QCOMPARE(p.getKxsVersion(), expected);
     }
 
-    void roundTrip_data() {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("block");
-
-        QTest::newRow("setting") << 1 << QStringLiteral("BattCap")
-                                 << QByteArray::fromHex("200000000200000071") + QByteArray();
-        QTest::newRow("integer 8 bytes")
-            << 2 << QStringLiteral("U64") << QByteArray::fromHex("8877665544332211");
-        QTest::newRow("string with zero bytes")
-            << 3 << QStringLiteral("Zs") << QByteArray("a\0b\0", 4);
-        QTest::newRow("empty string") << 3 << QStringLiteral("Empty") << QByteArray();
-        QTest::newRow("category") << 4 << QStringLiteral("Batt")
-                                  << QByteArray("\x07\x03"
-                                                "BatteryPre");
-        QTest::newRow("244-byte name") << 3 << QString(244, QLatin1Char('n')) << QByteArray("long");
-    }
+    void roundTrip_data() { testsupport::loadTable(); }
 
     void roundTrip() {
         QFETCH(int, type);
@@ -213,30 +191,7 @@ private slots:
         QCOMPARE(kxs::entryName(e), QStringLiteral("After"));
     }
 
-    void nameMatching_data() {
-        QTest::addColumn<QByteArray>("field"); // the stored name field
-        QTest::addColumn<QString>("lookup");
-        QTest::addColumn<bool>("matches");
-
-        QTest::newRow("exact, terminated") << z("Speed") << QStringLiteral("Speed") << true;
-        QTest::newRow("longer lookup, terminated")
-            << z("Speed") << QStringLiteral("SpeedMax") << false;
-        QTest::newRow("unterminated field is a prefix of the lookup")
-            << QByteArray("Speed") << QStringLiteral("SpeedMax") << true;
-        QTest::newRow("unterminated, exact")
-            << QByteArray("Speed") << QStringLiteral("Speed") << true;
-        QTest::newRow("unterminated, shorter lookup")
-            << QByteArray("Speed") << QStringLiteral("Spee") << false;
-        QTest::newRow("bytes after the terminator are ignored")
-            << QByteArray("Ab\0xyz", 6) << QStringLiteral("Ab") << true;
-        QTest::newRow("case matters") << z("speed") << QStringLiteral("Speed") << false;
-        QTest::newRow("Latin-1 bytes") << z("Gr\xf6\xdf"
-                                            "e")
-                                       << QStringLiteral("Gr\u00f6\u00dfe") << true;
-        QTest::newRow("empty field matches any name")
-            << QByteArray() << QStringLiteral("Other") << true;
-        QTest::newRow("empty lookup never matches") << z("") << QString() << false;
-    }
+    void nameMatching_data() { testsupport::loadTable(); }
 
     void nameMatching() {
         QFETCH(QByteArray, field);
@@ -251,20 +206,10 @@ private slots:
         QCOMPARE(p.getEntry(&e, &d, lookup, 0), matches);
     }
 
-    void typeSelection_data() {
-        QTest::addColumn<QList<int>>("types"); // the types of entries all named "N"
-        QTest::addColumn<int>("lookupType");
-        QTest::addColumn<int>("found"); // index of the entry getEntry returns, -1 none
-
-        QTest::newRow("exact type") << QList<int>{1, 2, 3} << 2 << 1;
-        QTest::newRow("type 0 accepts any type") << QList<int>{1, 2, 3} << 0 << 0;
-        QTest::newRow("type 0 entry not found by type 3") << QList<int>{0, 4} << 3 << -1;
-        QTest::newRow("unknown type 9 found only by 9 or 0") << QList<int>{9} << 9 << 0;
-        QTest::newRow("first of several with the type") << QList<int>{3, 1, 1} << 1 << 1;
-    }
+    void typeSelection_data() { testsupport::loadTable(); }
 
     void typeSelection() {
-        QFETCH(QList<int>, types);
+        QFETCH(QByteArray, types);
         QFETCH(int, lookupType);
         QFETCH(int, found);
         RawLayout l;

@@ -54,9 +54,7 @@ private slots:
         }
     }
 
-    void deviceFileLines_data() {
-        testsupport::loadTable(QStringLiteral("linkprotocol-profiles.txt"));
-    }
+    void deviceFileLines_data() { testsupport::loadTable(); }
 
     void deviceFileLines() {
         QFETCH(QString, line);

@@ -34,113 +34,104 @@ const char* const LIST =
 class TestListSetting : public QObject {
     Q_OBJECT
 private slots:
-    void construction_data();
-    void construction();
-    void setData_data();
-    void setData();
-    void dataRoles_data();
-    void dataRoles();
-    void nameFollowsOtherSetting();
+    void construction_data() { testsupport::loadTable(); }
+
+    void construction() {
+        QFETCH(QString, definition);
+        QFETCH(bool, builds);
+        FakeSettingHost host;
+        addLists(host);
+        int error = -1;
+        Setting* s = host.build(QStringLiteral("Chem1"), definition, QByteArray(), &error);
+        QCOMPARE(s != nullptr, builds);
+        QCOMPARE(error, builds ? 0 : 3);
+        if (s) {
+            QCOMPARE(s->getType(), TypeList);
+            QCOMPARE(s->getSizeBytes(), 1);
+            QCOMPARE(s->getSizeBits(), 8);
+            QCOMPARE(dynamic_cast<ListSetting*>(s)->getOptions(), CHEMISTRIES);
+            QCOMPARE(dynamic_cast<ListSetting*>(s)->getWsi(), QStringLiteral("CHEM"));
+        }
+    }
+
+    void setData_data() {
+        QTest::addColumn<QString>("list");
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<bool>("accepted");
+        QTest::addColumn<int>("stored");
+        QTest::newRow("first option") << "CHEM" << QVariant(0) << true << 0;
+        QTest::newRow("last option") << "CHEM" << QVariant(3) << true << 3;
+        QTest::newRow("index as text") << "CHEM" << QVariant("2") << true << 2;
+        QTest::newRow("equal to stored") << "CHEM" << QVariant(1) << false << 1;
+        QTest::newRow("one beyond") << "CHEM" << QVariant(4) << false << 1;
+        QTest::newRow("negative") << "CHEM" << QVariant(-1) << false << 1;
+        QTest::newRow("not a number") << "CHEM" << QVariant("LiFe") << false << 1;
+        // The image holds one byte: options past 255 exist but cannot be stored.
+        QTest::newRow("index 255 of a long list") << "WIDE" << QVariant(255) << true << 255;
+        QTest::newRow("index 256 of a long list") << "WIDE" << QVariant(256) << false << 1;
+    }
+
+    void setData() {
+        QFETCH(QString, list);
+        QFETCH(QVariant, value);
+        QFETCH(bool, accepted);
+        QFETCH(int, stored);
+        FakeSettingHost host;
+        addLists(host);
+        const QString definition = QString::fromLatin1(LIST).replace(QStringLiteral("CHEM"), list);
+        Setting* s = host.build(QStringLiteral("Chem1"), definition, hexBytes("01"));
+        QVERIFY(s);
+        QCOMPARE(s->setData(value), accepted);
+        QCOMPARE(static_cast<quint8>(s->getBytes().at(0)), stored);
+    }
+
+    void dataRoles_data() {
+        QTest::addColumn<int>("role");
+        QTest::addColumn<QVariant>("expected");
+        QTest::newRow("1 options") << int(RoleDisplay) << QVariant(CHEMISTRIES);
+        QTest::newRow("2 index") << int(RoleEdit) << QVariant(2);
+        QTest::newRow("3 index as text") << int(RoleFullText) << QVariant("2");
+        QTest::newRow("5 name") << int(RoleName) << QVariant("Chemistry");
+        QTest::newRow("8 minimum") << int(RoleMinimum) << QVariant(0);
+        QTest::newRow("9 maximum") << int(RoleMaximum) << QVariant(3);
+        QTest::newRow("11 note") << int(RoleNote) << QVariant("sets the cell voltages");
+        QTest::newRow("13 raw") << int(RoleRaw) << QVariant(2);
+        QTest::newRow("14 tool tip") << int(RoleToolTip) << QVariant("Battery chemistry");
+        QTest::newRow("10 not answered") << int(RolePrecision) << QVariant();
+        QTest::newRow("12 not answered") << int(RoleStatus) << QVariant();
+    }
+
+    void dataRoles() {
+        QFETCH(int, role);
+        QFETCH(QVariant, expected);
+        FakeSettingHost host;
+        addLists(host);
+        Setting* s = host.build(QStringLiteral("Chem1"), QString::fromLatin1(LIST), hexBytes("02"));
+        QVERIFY(s);
+        QVERIFY(s->finishSetup());
+        const QVariant actual = s->getData(static_cast<DataRole>(role));
+        QCOMPARE(actual.isValid(), expected.isValid());
+        if (expected.isValid()) {
+            QCOMPARE(actual, expected);
+        }
+    }
+
+    // A name that depends on another setting makes the list one of that setting's dependents.
+    void nameFollowsOtherSetting() {
+        FakeSettingHost host;
+        addLists(host);
+        Setting* mode =
+            host.build(QStringLiteral("Mode1"), QStringLiteral("num, MODE, u8"), hexBytes("01"));
+        Setting* list =
+            host.build(QStringLiteral("Chem1"),
+                       QStringLiteral("list, CHEM, CHEM_COUNT, CHEM_0, Mode1 ? \"A\" : \"B\""),
+                       hexBytes("01"));
+        QVERIFY(mode && list);
+        QVERIFY(host.finishAll());
+        QVERIFY(mode->getDependents().contains(list));
+        QCOMPARE(list->getData(RoleName).toString(), QStringLiteral("A"));
+    }
 };
-
-void TestListSetting::construction_data() {
-    testsupport::loadTable(QStringLiteral("listsetting-construction.txt"));
-}
-
-void TestListSetting::construction() {
-    QFETCH(QString, definition);
-    QFETCH(bool, builds);
-    FakeSettingHost host;
-    addLists(host);
-    int error = -1;
-    Setting* s = host.build(QStringLiteral("Chem1"), definition, QByteArray(), &error);
-    QCOMPARE(s != nullptr, builds);
-    QCOMPARE(error, builds ? 0 : 3);
-    if (s) {
-        QCOMPARE(s->getType(), TypeList);
-        QCOMPARE(s->getSizeBytes(), 1);
-        QCOMPARE(s->getSizeBits(), 8);
-        QCOMPARE(dynamic_cast<ListSetting*>(s)->getOptions(), CHEMISTRIES);
-        QCOMPARE(dynamic_cast<ListSetting*>(s)->getWsi(), QStringLiteral("CHEM"));
-    }
-}
-
-void TestListSetting::setData_data() {
-    QTest::addColumn<QString>("list");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<bool>("accepted");
-    QTest::addColumn<int>("stored");
-    QTest::newRow("first option") << "CHEM" << QVariant(0) << true << 0;
-    QTest::newRow("last option") << "CHEM" << QVariant(3) << true << 3;
-    QTest::newRow("index as text") << "CHEM" << QVariant("2") << true << 2;
-    QTest::newRow("equal to stored") << "CHEM" << QVariant(1) << false << 1;
-    QTest::newRow("one beyond") << "CHEM" << QVariant(4) << false << 1;
-    QTest::newRow("negative") << "CHEM" << QVariant(-1) << false << 1;
-    QTest::newRow("not a number") << "CHEM" << QVariant("LiFe") << false << 1;
-    // The image holds one byte: options past 255 exist but cannot be stored.
-    QTest::newRow("index 255 of a long list") << "WIDE" << QVariant(255) << true << 255;
-    QTest::newRow("index 256 of a long list") << "WIDE" << QVariant(256) << false << 1;
-}
-
-void TestListSetting::setData() {
-    QFETCH(QString, list);
-    QFETCH(QVariant, value);
-    QFETCH(bool, accepted);
-    QFETCH(int, stored);
-    FakeSettingHost host;
-    addLists(host);
-    const QString definition = QString::fromLatin1(LIST).replace(QStringLiteral("CHEM"), list);
-    Setting* s = host.build(QStringLiteral("Chem1"), definition, hexBytes("01"));
-    QVERIFY(s);
-    QCOMPARE(s->setData(value), accepted);
-    QCOMPARE(static_cast<quint8>(s->getBytes().at(0)), stored);
-}
-
-void TestListSetting::dataRoles_data() {
-    QTest::addColumn<int>("role");
-    QTest::addColumn<QVariant>("expected");
-    QTest::newRow("1 options") << int(RoleDisplay) << QVariant(CHEMISTRIES);
-    QTest::newRow("2 index") << int(RoleEdit) << QVariant(2);
-    QTest::newRow("3 index as text") << int(RoleFullText) << QVariant("2");
-    QTest::newRow("5 name") << int(RoleName) << QVariant("Chemistry");
-    QTest::newRow("8 minimum") << int(RoleMinimum) << QVariant(0);
-    QTest::newRow("9 maximum") << int(RoleMaximum) << QVariant(3);
-    QTest::newRow("11 note") << int(RoleNote) << QVariant("sets the cell voltages");
-    QTest::newRow("13 raw") << int(RoleRaw) << QVariant(2);
-    QTest::newRow("14 tool tip") << int(RoleToolTip) << QVariant("Battery chemistry");
-    QTest::newRow("10 not answered") << int(RolePrecision) << QVariant();
-    QTest::newRow("12 not answered") << int(RoleStatus) << QVariant();
-}
-
-void TestListSetting::dataRoles() {
-    QFETCH(int, role);
-    QFETCH(QVariant, expected);
-    FakeSettingHost host;
-    addLists(host);
-    Setting* s = host.build(QStringLiteral("Chem1"), QString::fromLatin1(LIST), hexBytes("02"));
-    QVERIFY(s);
-    QVERIFY(s->finishSetup());
-    const QVariant actual = s->getData(static_cast<DataRole>(role));
-    QCOMPARE(actual.isValid(), expected.isValid());
-    if (expected.isValid()) {
-        QCOMPARE(actual, expected);
-    }
-}
-
-// A name that depends on another setting makes the list one of that setting's dependents.
-void TestListSetting::nameFollowsOtherSetting() {
-    FakeSettingHost host;
-    addLists(host);
-    Setting* mode =
-        host.build(QStringLiteral("Mode1"), QStringLiteral("num, MODE, u8"), hexBytes("01"));
-    Setting* list = host.build(
-        QStringLiteral("Chem1"),
-        QStringLiteral("list, CHEM, CHEM_COUNT, CHEM_0, Mode1 ? \"A\" : \"B\""), hexBytes("01"));
-    QVERIFY(mode && list);
-    QVERIFY(host.finishAll());
-    QVERIFY(mode->getDependents().contains(list));
-    QCOMPARE(list->getData(RoleName).toString(), QStringLiteral("A"));
-}
 
 QTEST_GUILESS_MAIN(TestListSetting)
 #include "tst_listsetting.moc"

@@ -2,7 +2,7 @@
 // one of our metadata records) is recognised by its content, as a .hex file or without an
 // extension; other HEX files are plain Intel HEX; firmware files go by their extension, and the
 // desktop file offers the application for setup files.
-#include "support/HexFixtures.h"
+#include "support/TableFile.h"
 #include "support/TestSupport.h"
 
 #include <QDir>
@@ -12,30 +12,10 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-namespace hex = testsupport::hex;
-
 class TestMimeType : public QObject {
     Q_OBJECT
 private slots:
-    void byContent_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("type");
-        const QByteArray data = hex::dataLine(0xE000, QByteArray::fromHex("0102")) + hex::eofLine();
-        QTest::newRow("setup file, firmware version first")
-            << "bike.hex" << hex::metaLine(0xC0, "3.10") + data << "application/x-kxsetup-hex";
-        QTest::newRow("setup file, layout version first")
-            << "bike.hex" << hex::metaLine(0xC1, "KX3-3.10") + data << "application/x-kxsetup-hex";
-        QTest::newRow("setup file, ENQ text first")
-            << "bike.hex" << hex::metaLine(0xC2, "3.10") + data << "application/x-kxsetup-hex";
-        QTest::newRow("setup file without an extension")
-            << "bike" << hex::metaLine(0xC0, "3.10") + data << "application/x-kxsetup-hex";
-        QTest::newRow("plain Intel HEX") << "blink.hex" << data << "text/x-ihex";
-        QTest::newRow("metadata record not first")
-            << "blink.hex" << data + hex::metaLine(0xC0, "x") << "text/x-ihex";
-        QTest::newRow("firmware file") << "3.10.kxhex" << hex::metaLine(0xC0, "3.10") + data
-                                       << "application/x-kxsetup-firmware";
-    }
+    void byContent_data() { testsupport::loadTable(); }
     void byContent() {
         QFETCH(QString, name);
         QFETCH(QByteArray, text);

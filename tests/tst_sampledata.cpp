@@ -62,141 +62,141 @@ class TestSampleData : public QObject {
     Q_OBJECT
 private slots:
     void memoryMap_data() { addGenerationRows(); }
-    void memoryMap();
-    void helpIdentifiers_data() { addGenerationRows(); }
-    void helpIdentifiers();
-    void saveRoundTrips_data() { addGenerationRows(); }
-    void saveRoundTrips();
-};
 
-// Settings start on real bytes, do not overlap and stay in the settings region; program
-// data never shares the low 16 address bits of a setting (the reader matches by them);
-// the defaults lie in the region at their image addresses.
-void TestSampleData::memoryMap() {
-    QFETCH(Generation, generation);
-    const QList<Span> spans = layoutSpans(layoutPath(generation.kxs), generation.processor);
-    QCOMPARE(spans.size(), generation.settings);
-    const Region region = regionOf(generation.processor);
-    const sf::parser::PhantomBytes phantoms(
-        sf::parser::PhantomBytes::periodFor(generation.processor));
+    // Settings start on real bytes, do not overlap and stay in the settings region; program
+    // data never shares the low 16 address bits of a setting (the reader matches by them);
+    // the defaults lie in the region at their image addresses.
+    void memoryMap() {
+        QFETCH(Generation, generation);
+        const QList<Span> spans = layoutSpans(layoutPath(generation.kxs), generation.processor);
+        QCOMPARE(spans.size(), generation.settings);
+        const Region region = regionOf(generation.processor);
+        const sf::parser::PhantomBytes phantoms(
+            sf::parser::PhantomBytes::periodFor(generation.processor));
 
-    QSet<quint64> used;
-    for (const Span& s : spans) {
-        QVERIFY2(!phantoms.isPhantom(s.address), qPrintable(s.code));
-        QVERIFY2(s.address >= region.start && s.address + s.span <= region.end, qPrintable(s.code));
-        for (quint64 a = s.address; a < s.address + s.span; ++a) {
-            QVERIFY2(!used.contains(a), qPrintable(s.code));
-            used.insert(a);
-        }
-    }
-
-    QMap<quint64, quint8> image;
-    QVERIFY(imageBytes(firmwarePath(generation), &image));
-    int program = 0;
-    for (auto it = image.constBegin(); it != image.constEnd(); ++it) {
-        const bool inRegion = it.key() >= region.start + region.imageOffset &&
-                              it.key() < region.end + region.imageOffset;
-        if (!inRegion) {
-            ++program;
-            QVERIFY2(!used.contains(it.key() & 0xFFFF), qPrintable(QString::number(it.key(), 16)));
-        }
-    }
-    QVERIFY(program >= 1024);
-
-    const QHash<QString, QByteArray> values =
-        settingBytes(firmwarePath(generation), spans, generation.processor);
-    for (const Span& s : spans) {
-        QVERIFY2(values.contains(s.code), qPrintable(s.code));
-        QByteArray atImage;
-        for (quint64 a = s.address; a < s.address + s.span; ++a) {
-            if (!phantoms.isPhantom(a)) {
-                atImage.append(static_cast<char>(image.value(a + region.imageOffset)));
+        QSet<quint64> used;
+        for (const Span& s : spans) {
+            QVERIFY2(!phantoms.isPhantom(s.address), qPrintable(s.code));
+            QVERIFY2(s.address >= region.start && s.address + s.span <= region.end,
+                     qPrintable(s.code));
+            for (quint64 a = s.address; a < s.address + s.span; ++a) {
+                QVERIFY2(!used.contains(a), qPrintable(s.code));
+                used.insert(a);
             }
         }
-        QCOMPARE(atImage, values.value(s.code));
-    }
-}
 
-// The first preset of a setting carries the plain help identifier, every further preset
-// the same followed by a point and its preset character; only presets end in a digit or
-// in A or B. The manager finds a help text for every help identifier: settings, bits and
-// category headings.
-void TestSampleData::helpIdentifiers() {
-    QFETCH(Generation, generation);
-    const QJsonObject dump = jsonOf(dumpJson(firmwarePath(generation)));
-    const QJsonArray settings = dump.value(QStringLiteral("settings")).toArray();
-    QVERIFY(!settings.isEmpty());
-    QHash<QString, QString> firstWsi; // base code name -> WSI of preset 0
-    QSet<QString> wsis;
-    for (const QJsonValue& value : settings) {
-        const QJsonObject s = value.toObject();
-        if (s.value(QStringLiteral("preset")).toInt() == 0 && s.contains(QStringLiteral("wsi"))) {
-            firstWsi.insert(s.value(QStringLiteral("base")).toString(),
-                            s.value(QStringLiteral("wsi")).toString());
+        QMap<quint64, quint8> image;
+        QVERIFY(imageBytes(firmwarePath(generation), &image));
+        int program = 0;
+        for (auto it = image.constBegin(); it != image.constEnd(); ++it) {
+            const bool inRegion = it.key() >= region.start + region.imageOffset &&
+                                  it.key() < region.end + region.imageOffset;
+            if (!inRegion) {
+                ++program;
+                QVERIFY2(!used.contains(it.key() & 0xFFFF),
+                         qPrintable(QString::number(it.key(), 16)));
+            }
+        }
+        QVERIFY(program >= 1024);
+
+        const QHash<QString, QByteArray> values =
+            settingBytes(firmwarePath(generation), spans, generation.processor);
+        for (const Span& s : spans) {
+            QVERIFY2(values.contains(s.code), qPrintable(s.code));
+            QByteArray atImage;
+            for (quint64 a = s.address; a < s.address + s.span; ++a) {
+                if (!phantoms.isPhantom(a)) {
+                    atImage.append(static_cast<char>(image.value(a + region.imageOffset)));
+                }
+            }
+            QCOMPARE(atImage, values.value(s.code));
         }
     }
-    for (const QJsonValue& value : settings) {
-        const QJsonObject s = value.toObject();
-        const QString code = s.value(QStringLiteral("code")).toString();
-        const QString base = s.value(QStringLiteral("base")).toString();
-        if (s.value(QStringLiteral("preset")).toInt() == 0 && base != code) {
-            QVERIFY2(code.endsWith(QLatin1Char('A')) || code.endsWith(QLatin1Char('1')),
-                     qPrintable(code));
+    void helpIdentifiers_data() { addGenerationRows(); }
+
+    // The first preset of a setting carries the plain help identifier, every further preset
+    // the same followed by a point and its preset character; only presets end in a digit or
+    // in A or B. The manager finds a help text for every help identifier: settings, bits and
+    // category headings.
+    void helpIdentifiers() {
+        QFETCH(Generation, generation);
+        const QJsonObject dump = jsonOf(dumpJson(firmwarePath(generation)));
+        const QJsonArray settings = dump.value(QStringLiteral("settings")).toArray();
+        QVERIFY(!settings.isEmpty());
+        QHash<QString, QString> firstWsi; // base code name -> WSI of preset 0
+        QSet<QString> wsis;
+        for (const QJsonValue& value : settings) {
+            const QJsonObject s = value.toObject();
+            if (s.value(QStringLiteral("preset")).toInt() == 0 &&
+                s.contains(QStringLiteral("wsi"))) {
+                firstWsi.insert(s.value(QStringLiteral("base")).toString(),
+                                s.value(QStringLiteral("wsi")).toString());
+            }
         }
-        if (!s.contains(QStringLiteral("wsi"))) {
-            QVERIFY2(s.value(QStringLiteral("type")).toString().contains(QLatin1String("bool")),
-                     qPrintable(code));
-            continue;
+        for (const QJsonValue& value : settings) {
+            const QJsonObject s = value.toObject();
+            const QString code = s.value(QStringLiteral("code")).toString();
+            const QString base = s.value(QStringLiteral("base")).toString();
+            if (s.value(QStringLiteral("preset")).toInt() == 0 && base != code) {
+                QVERIFY2(code.endsWith(QLatin1Char('A')) || code.endsWith(QLatin1Char('1')),
+                         qPrintable(code));
+            }
+            if (!s.contains(QStringLiteral("wsi"))) {
+                QVERIFY2(s.value(QStringLiteral("type")).toString().contains(QLatin1String("bool")),
+                         qPrintable(code));
+                continue;
+            }
+            const QString wsi = s.value(QStringLiteral("wsi")).toString();
+            QVERIFY2(!wsis.contains(wsi), qPrintable(wsi));
+            wsis.insert(wsi);
+            QVERIFY2(firstWsi.contains(base), qPrintable(code));
+            QCOMPARE(wsi, firstWsi.value(base) + presetSuffix(s));
         }
-        const QString wsi = s.value(QStringLiteral("wsi")).toString();
-        QVERIFY2(!wsis.contains(wsi), qPrintable(wsi));
-        wsis.insert(wsi);
-        QVERIFY2(firstWsi.contains(base), qPrintable(code));
-        QCOMPARE(wsi, firstWsi.value(base) + presetSuffix(s));
-    }
 
-    QFile file(helpPath(generation.fw));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    sf::SettingManager manager;
-    const int count = manager.parseTooltips(QString::fromUtf8(file.readAll()));
-    for (const QJsonValue& value : dump.value(QStringLiteral("categories")).toArray()) {
-        wsis.insert(value.toObject().value(QStringLiteral("label")).toString() +
-                    sf::SettingManager::CATEGORY_WSI_SUFFIX);
+        QFile file(helpPath(generation.fw));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        sf::SettingManager manager;
+        const int count = manager.parseTooltips(QString::fromUtf8(file.readAll()));
+        for (const QJsonValue& value : dump.value(QStringLiteral("categories")).toArray()) {
+            wsis.insert(value.toObject().value(QStringLiteral("label")).toString() +
+                        sf::SettingManager::CATEGORY_WSI_SUFFIX);
+        }
+        wsis << QStringLiteral("Cruise@30008") << QStringLiteral("Walk@30008");
+        for (const QString& wsi : wsis) {
+            QVERIFY2(!manager.getTooltip(wsi).isEmpty(), qPrintable(wsi));
+        }
+        QCOMPARE(count, wsis.size());
     }
-    wsis << QStringLiteral("Cruise@30008") << QStringLiteral("Walk@30008");
-    for (const QString& wsi : wsis) {
-        QVERIFY2(!manager.getTooltip(wsi).isEmpty(), qPrintable(wsi));
-    }
-    QCOMPARE(count, wsis.size());
-}
+    void saveRoundTrips_data() { addGenerationRows(); }
 
-// A firmware file saved without changes holds the same setting bytes and only the settings
-// (saving again byte for byte the same is checked with the set command's tests).
-void TestSampleData::saveRoundTrips() {
-    QFETCH(Generation, generation);
-    QTemporaryDir tmp;
-    QVERIFY(tmp.isValid());
-    const QString saved = tmp.filePath(QStringLiteral("saved.hex"));
-    const CliResult run =
-        runCli({QStringLiteral("-C"), runtimeDir(), QStringLiteral("set"), firmwarePath(generation),
-                QStringLiteral("-o"), saved, QStringLiteral("SpdUnits=km/h")});
-    QCOMPARE(run.exitCode, 0);
-    QVERIFY2(run.out.isEmpty(), qPrintable(run.out));
+    // A firmware file saved without changes holds the same setting bytes and only the settings
+    // (saving again byte for byte the same is checked with the set command's tests).
+    void saveRoundTrips() {
+        QFETCH(Generation, generation);
+        QTemporaryDir tmp;
+        QVERIFY(tmp.isValid());
+        const QString saved = tmp.filePath(QStringLiteral("saved.hex"));
+        const CliResult run = runCli({QStringLiteral("-C"), runtimeDir(), QStringLiteral("set"),
+                                      firmwarePath(generation), QStringLiteral("-o"), saved,
+                                      QStringLiteral("SpdUnits=km/h")});
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY2(run.out.isEmpty(), qPrintable(run.out));
 
-    const QList<Span> spans = layoutSpans(layoutPath(generation.kxs), generation.processor);
-    QCOMPARE(settingBytes(saved, spans, generation.processor),
-             settingBytes(firmwarePath(generation), spans, generation.processor));
-    QMap<quint64, quint8> image;
-    QVERIFY(imageBytes(saved, &image));
-    quint64 low = ~quint64(0);
-    quint64 high = 0;
-    for (const Span& s : spans) {
-        low = std::min<quint64>(low, s.address);
-        high = std::max<quint64>(high, s.address + s.span);
+        const QList<Span> spans = layoutSpans(layoutPath(generation.kxs), generation.processor);
+        QCOMPARE(settingBytes(saved, spans, generation.processor),
+                 settingBytes(firmwarePath(generation), spans, generation.processor));
+        QMap<quint64, quint8> image;
+        QVERIFY(imageBytes(saved, &image));
+        quint64 low = ~quint64(0);
+        quint64 high = 0;
+        for (const Span& s : spans) {
+            low = std::min<quint64>(low, s.address);
+            high = std::max<quint64>(high, s.address + s.span);
+        }
+        QCOMPARE(image.firstKey(), low);
+        QCOMPARE(image.lastKey() + 1, high);
     }
-    QCOMPARE(image.firstKey(), low);
-    QCOMPARE(image.lastKey() + 1, high);
-}
+};
 
 QTEST_GUILESS_MAIN(TestSampleData)
 #include "tst_sampledata.moc"

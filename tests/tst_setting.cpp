@@ -100,9 +100,7 @@ bool walkToField(const TokenList& tokens, int position, int* begin, int* end) {
 class TestSetting : public QObject {
     Q_OBJECT
 private slots:
-    void presetFromCodeName_data() {
-        testsupport::loadTable(QStringLiteral("setting-presetFromCodeName.txt"));
-    }
+    void presetFromCodeName_data() { testsupport::loadTable(); }
 
     void presetFromCodeName() {
         QFETCH(QString, codeName);
@@ -147,18 +145,7 @@ private slots:
         QVERIFY(!s.getData(RoleDisplay).isValid());
     }
 
-    // Unbalanced braces, empty and trailing fields: see allFieldsAgreeWithLookup.
-    void fieldLookup_data() {
-        QTest::addColumn<QString>("definition");
-        QTest::addColumn<int>("input");
-        QTest::addColumn<int>("offset");
-        QTest::addColumn<QString>("text"); // unevaluated payloads; "-" when the lookup fails
-        QTest::newRow("first field") << "p, a, b" << int(InputType) << 0 << "p";
-        QTest::newRow("third field") << "p, a, b c" << int(InputUnits) << 4 << "b c";
-        QTest::newRow("braces hide separators") << "p, {x, y}, z" << int(InputUnits) << 8 << "z";
-        QTest::newRow("field beyond the end") << "p, a" << int(InputUnits) << -1 << "-";
-        QTest::newRow("input not in the order") << "p, a, b" << int(InputWsi) << -1 << "-";
-    }
+    void fieldLookup_data() { testsupport::loadTable(); }
 
     void fieldLookup() {
         QFETCH(QString, definition);
@@ -207,9 +194,7 @@ private slots:
 
     // A field's case blocks and ternaries resolved with Mode1 at a value; "-" when it
     // fails. A malformed field reports its message once, however often it is read.
-    void fieldEvaluation_data() {
-        testsupport::loadTable(QStringLiteral("setting-fieldEvaluation.txt"));
-    }
+    void fieldEvaluation_data() { testsupport::loadTable(); }
 
     void fieldEvaluation() {
         QFETCH(QString, field);
@@ -233,9 +218,7 @@ private slots:
                                       : QStringList{message + s.debug_getProcessedKXSLine()});
     }
 
-    void purifyStringToken_data() {
-        testsupport::loadTable(QStringLiteral("setting-purifyStringToken.txt"));
-    }
+    void purifyStringToken_data() { testsupport::loadTable(); }
 
     void purifyStringToken() {
         QFETCH(QString, payload);
@@ -247,9 +230,7 @@ private slots:
         QCOMPARE(token.getPayload(), ok ? expected : payload);
     }
 
-    void purifyStringTerminals_data() {
-        testsupport::loadTable(QStringLiteral("setting-purifyStringTerminals.txt"));
-    }
+    void purifyStringTerminals_data() { testsupport::loadTable(); }
 
     void purifyStringTerminals() {
         QFETCH(QString, definition);
@@ -292,9 +273,7 @@ private slots:
 
     // The scale field of "p, a, b, 0`1, FIELD" preprocessed for a layout format; the
     // field's tokens afterwards (renderTokens).
-    void preprocessNumericInput_data() {
-        testsupport::loadTable(QStringLiteral("setting-preprocessNumericInput.txt"));
-    }
+    void preprocessNumericInput_data() { testsupport::loadTable(); }
 
     void preprocessNumericInput() {
         QFETCH(uint, format);
@@ -314,9 +293,7 @@ private slots:
         QCOMPARE(testsupport::renderTokens(*s.getTokenList()), all);
     }
 
-    void resolveReferences_data() {
-        testsupport::loadTable(QStringLiteral("setting-resolveReferences.txt"));
-    }
+    void resolveReferences_data() { testsupport::loadTable(); }
 
     void resolveReferences() {
         QFETCH(QString, expression);

@@ -6,6 +6,7 @@
 #include "sf/SettingFactory.h"
 
 #include "support/FakeSettingHost.h"
+#include "support/TableFile.h"
 #include "support/TestSupport.h"
 
 #include <QFile>
@@ -81,126 +82,103 @@ QString text(const QVariant& v) {
 class TestSettingFactory : public QObject {
     Q_OBJECT
 private slots:
-    void kindFromFirstToken_data();
-    void kindFromFirstToken();
-    void missingInputs();
-    void rawBytesAreCopied_data();
-    void rawBytesAreCopied();
-    void documentedExamplesBuild();
-};
+    void kindFromFirstToken_data() { testsupport::loadTable(); }
 
-void TestSettingFactory::kindFromFirstToken_data() {
-    QTest::addColumn<QString>("definition");
-    QTest::addColumn<int>("error");
-    QTest::addColumn<int>("type");
-    QTest::newRow("num") << "num, W, u8" << 0 << int(TypeNum);
-    QTest::newRow("NUM in capitals") << "NUM, W, u8" << 0 << int(TypeNum);
-    QTest::newRow("bool") << "Bool, 8, {a}" << 0 << int(TypeBool);
-    QTest::newRow("checkbool") << "checkbool[8], {a}" << 0 << int(TypeCheckBool);
-    QTest::newRow("list") << "list, W, N, L" << 0 << int(TypeList);
-    QTest::newRow("keyword is a pattern") << "n.m, W, u8" << 0 << int(TypeNum);
-    QTest::newRow("uninit names no kind") << "uninit, W" << 3 << 0;
-    QTest::newRow("unknown word") << "text, W" << 1 << 0;
-    QTest::newRow("invalid pattern") << "\"(\", W" << 1 << 0;
-    QTest::newRow("no keyword") << ", W" << 1 << 0;
-    QTest::newRow("kind fails to build") << "num, W, q8" << 3 << 0;
-    QTest::newRow("list without its strings") << "list, W, N, OTHER" << 3 << 0;
-}
-
-void TestSettingFactory::kindFromFirstToken() {
-    QFETCH(QString, definition);
-    QFETCH(int, error);
-    QFETCH(int, type);
-    FakeSettingHost host;
-    host.addStringList(QStringLiteral("L"), QStringLiteral("N"), {QStringLiteral("x")});
-    int actual = -1;
-    Setting* s = host.build(QStringLiteral("S1"), definition, QByteArray(), &actual);
-    QCOMPARE(actual, error);
-    QCOMPARE(s != nullptr, error == 0);
-    if (s) {
-        QCOMPARE(int(s->getType()), type);
-    }
-}
-
-void TestSettingFactory::missingInputs() {
-    FakeSettingHost host;
-    SettingFactory factory;
-    RawSetting raw(QStringLiteral("S1"), 1, 0, true, false);
-    auto tokens = [] {
-        return std::make_unique<parser::TokenList>(
-            FakeSettingHost::tokenize(QStringLiteral("num, W, u8")));
-    };
-    QVERIFY(!factory.buildSetting(nullptr, tokens(), &host));
-    QCOMPARE(factory.lastError(), 2);
-    QVERIFY(!factory.buildSetting(&raw, nullptr, &host));
-    QCOMPARE(factory.lastError(), 1);
-    QVERIFY(!factory.buildSetting(&raw, std::make_unique<parser::TokenList>(), &host));
-    QCOMPARE(factory.lastError(), 1);
-    QVERIFY(!factory.buildSetting(&raw, tokens(), nullptr)); // the setting cannot initialise
-    QCOMPARE(factory.lastError(), 3);
-    // An empty keyword names type 0, which no kind is built for.
-    auto empty = std::make_unique<parser::TokenList>(parser::TokenList{
-        parser::Token(QString(), parser::String), parser::Token(QString(), parser::End)});
-    QVERIFY(!factory.buildSetting(&raw, std::move(empty), &host));
-    QCOMPARE(factory.lastError(), 3);
-    std::unique_ptr<Setting> built(factory.buildSetting(&raw, tokens(), &host));
-    QVERIFY(built);
-    QCOMPARE(factory.lastError(), 0);
-    QCOMPARE(SettingFactory::typeFromKeyword(QStringLiteral("CHECKBOOL")), int(TypeCheckBool));
-    QCOMPARE(SettingFactory::typeFromKeyword(QStringLiteral("num ")), -1);
-}
-
-void TestSettingFactory::rawBytesAreCopied_data() {
-    QTest::addColumn<QByteArray>("raw");
-    QTest::addColumn<QByteArray>("expected");
-    QTest::newRow("same size") << hexBytes("12 34") << hexBytes("12 34");
-    QTest::newRow("raw shorter: rest stays zero") << hexBytes("12") << hexBytes("12 00");
-    QTest::newRow("raw longer: first bytes") << hexBytes("12 34 56") << hexBytes("12 34");
-}
-
-void TestSettingFactory::rawBytesAreCopied() {
-    QFETCH(QByteArray, raw);
-    QFETCH(QByteArray, expected);
-    FakeSettingHost host;
-    Setting* s = host.build(QStringLiteral("S1"), QStringLiteral("num, W, u16"), raw);
-    QVERIFY(s);
-    QCOMPARE(s->getBytes(), expected);
-}
-
-void TestSettingFactory::documentedExamplesBuild() {
-    FakeSettingHost host;
-    QStringList failures;
-    const QList<Example> examples = buildExamples(host, &failures);
-    QVERIFY(examples.size() >= 8);
-    QVERIFY2(host.finishAll(), "finishSetup failed");
-    static const QRegularExpression expectation(QStringLiteral("^(?:(\\d+):)?(\\d+)=(.*)$"));
-    for (const Example& e : examples) {
-        Setting* s = host.lookupSetting(e.codeName);
-        if (!s) {
-            continue;
+    void kindFromFirstToken() {
+        QFETCH(QString, definition);
+        QFETCH(int, error);
+        QFETCH(int, type);
+        FakeSettingHost host;
+        host.addStringList(QStringLiteral("L"), QStringLiteral("N"), {QStringLiteral("x")});
+        int actual = -1;
+        Setting* s = host.build(QStringLiteral("S1"), definition, QByteArray(), &actual);
+        QCOMPARE(actual, error);
+        QCOMPARE(s != nullptr, error == 0);
+        if (s) {
+            QCOMPARE(int(s->getType()), type);
         }
-        for (const QString& x : e.expectations) {
-            const QRegularExpressionMatch m = expectation.match(x);
-            if (!m.hasMatch()) {
-                failures.append(QStringLiteral("%1: bad expectation %2").arg(e.codeName, x));
+    }
+
+    void missingInputs() {
+        FakeSettingHost host;
+        SettingFactory factory;
+        RawSetting raw(QStringLiteral("S1"), 1, 0, true, false);
+        auto tokens = [] {
+            return std::make_unique<parser::TokenList>(
+                FakeSettingHost::tokenize(QStringLiteral("num, W, u8")));
+        };
+        QVERIFY(!factory.buildSetting(nullptr, tokens(), &host));
+        QCOMPARE(factory.lastError(), 2);
+        QVERIFY(!factory.buildSetting(&raw, nullptr, &host));
+        QCOMPARE(factory.lastError(), 1);
+        QVERIFY(!factory.buildSetting(&raw, std::make_unique<parser::TokenList>(), &host));
+        QCOMPARE(factory.lastError(), 1);
+        QVERIFY(!factory.buildSetting(&raw, tokens(), nullptr)); // the setting cannot initialise
+        QCOMPARE(factory.lastError(), 3);
+        // An empty keyword names type 0, which no kind is built for.
+        auto empty = std::make_unique<parser::TokenList>(parser::TokenList{
+            parser::Token(QString(), parser::String), parser::Token(QString(), parser::End)});
+        QVERIFY(!factory.buildSetting(&raw, std::move(empty), &host));
+        QCOMPARE(factory.lastError(), 3);
+        std::unique_ptr<Setting> built(factory.buildSetting(&raw, tokens(), &host));
+        QVERIFY(built);
+        QCOMPARE(factory.lastError(), 0);
+        QCOMPARE(SettingFactory::typeFromKeyword(QStringLiteral("CHECKBOOL")), int(TypeCheckBool));
+        QCOMPARE(SettingFactory::typeFromKeyword(QStringLiteral("num ")), -1);
+    }
+
+    void rawBytesAreCopied_data() {
+        QTest::addColumn<QByteArray>("raw");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::newRow("same size") << hexBytes("12 34") << hexBytes("12 34");
+        QTest::newRow("raw shorter: rest stays zero") << hexBytes("12") << hexBytes("12 00");
+        QTest::newRow("raw longer: first bytes") << hexBytes("12 34 56") << hexBytes("12 34");
+    }
+
+    void rawBytesAreCopied() {
+        QFETCH(QByteArray, raw);
+        QFETCH(QByteArray, expected);
+        FakeSettingHost host;
+        Setting* s = host.build(QStringLiteral("S1"), QStringLiteral("num, W, u16"), raw);
+        QVERIFY(s);
+        QCOMPARE(s->getBytes(), expected);
+    }
+
+    void documentedExamplesBuild() {
+        FakeSettingHost host;
+        QStringList failures;
+        const QList<Example> examples = buildExamples(host, &failures);
+        QVERIFY(examples.size() >= 8);
+        QVERIFY2(host.finishAll(), "finishSetup failed");
+        static const QRegularExpression expectation(QStringLiteral("^(?:(\\d+):)?(\\d+)=(.*)$"));
+        for (const Example& e : examples) {
+            Setting* s = host.lookupSetting(e.codeName);
+            if (!s) {
                 continue;
             }
-            const auto role = static_cast<DataRole>(m.captured(2).toInt());
-            QVariant actual;
-            if (m.captured(1).isEmpty()) {
-                actual = s->getData(role);
-            } else if (auto* multi = dynamic_cast<MultiSetting*>(s)) {
-                actual = multi->getData(m.captured(1).toInt(), role);
-            }
-            if (text(actual) != m.captured(3)) {
-                failures.append(
-                    QStringLiteral("%1 %2: got \"%3\"").arg(e.codeName, x, text(actual)));
+            for (const QString& x : e.expectations) {
+                const QRegularExpressionMatch m = expectation.match(x);
+                if (!m.hasMatch()) {
+                    failures.append(QStringLiteral("%1: bad expectation %2").arg(e.codeName, x));
+                    continue;
+                }
+                const auto role = static_cast<DataRole>(m.captured(2).toInt());
+                QVariant actual;
+                if (m.captured(1).isEmpty()) {
+                    actual = s->getData(role);
+                } else if (auto* multi = dynamic_cast<MultiSetting*>(s)) {
+                    actual = multi->getData(m.captured(1).toInt(), role);
+                }
+                if (text(actual) != m.captured(3)) {
+                    failures.append(
+                        QStringLiteral("%1 %2: got \"%3\"").arg(e.codeName, x, text(actual)));
+                }
             }
         }
+        QVERIFY2(failures.isEmpty(), qPrintable(failures.join(QLatin1Char('\n'))));
+        QVERIFY2(host.problems().isEmpty(), qPrintable(host.problems().join(QLatin1Char('\n'))));
     }
-    QVERIFY2(failures.isEmpty(), qPrintable(failures.join(QLatin1Char('\n'))));
-    QVERIFY2(host.problems().isEmpty(), qPrintable(host.problems().join(QLatin1Char('\n'))));
-}
+};
 
 QTEST_GUILESS_MAIN(TestSettingFactory)
 #include "tst_settingfactory.moc"

@@ -1,6 +1,7 @@
 // Loading a setup image against a layout: result codes, problem counts, categories,
 // processor types and help texts.
 
+#include "support/HexFixtures.h"
 #include "support/LayoutFixtures.h"
 #include "support/ManagerFixtures.h"
 #include "support/TableFile.h"
@@ -48,355 +49,277 @@ class TestSettingManagerLoad : public QObject {
     Q_OBJECT
 
 private slots:
-    void resultCodes_data();
-    void resultCodes();
-    void duplicateCodeNamesKeepTheFirst();
-    void failedSettingsAreLeftOutAndTheirRawDisabled();
-    void processorType_data();
-    void processorType();
-    void phantomBytesAreSkippedForKx3Layouts();
-    void settingsFallUnderThePrecedingHeading();
-    void presetCounterIsFoundByPresetName();
-    void reloadDropsEverything();
-    void helpFile_data();
-    void helpFile();
-    void parseTooltips_data();
-    void parseTooltips();
-    void imageReaderAnswersLikeTheParser_data();
-    void imageReaderAnswersLikeTheParser();
-};
+    void resultCodes_data() { loadTable(); }
 
-void TestSettingManagerLoad::resultCodes_data() {
-    QTest::addColumn<QString>("layoutSource"); // empty: no layout file at all
-    QTest::addColumn<QByteArray>("image");     // empty: no image file at all
-    QTest::addColumn<bool>("ignoreVersion");
-    QTest::addColumn<int>("expected");
+    void resultCodes() {
+        QFETCH(QStringList, layout);
+        QFETCH(QString, image);
+        QFETCH(bool, ignore);
+        QFETCH(int, expected);
 
-    const QString header = QStringLiteral("version \"KX4-T1\"\n");
-    const QString three =
-        numEntries({QStringLiteral("A 0"), QStringLiteral("B 1"), QStringLiteral("C 2")});
-    const QString layout = header + three;
-    const auto imageWith = [](const QString& fw, const QString& kxs) {
-        return imageOf(QByteArray::fromHex("010203"), fw, kxs);
-    };
-    const QByteArray image = imageWith(FW, KXS);
-
-    QTest::newRow("clean load") << layout << image << false << 0;
-    QTest::newRow("no layout file") << QString() << image << false << -3;
-    QTest::newRow("image file missing") << layout << QByteArray() << false << -4;
-    QTest::newRow("image with a bad checksum")
-        << layout << QByteArray(":0100000001FF\r\n") << false << -4;
-    QTest::newRow("layout without version text") << three << image << false << -1;
-    QTest::newRow("firmware version differs") << layout << imageWith("FW2", KXS) << false << -2;
-    QTest::newRow("layout version differs") << layout << imageWith(FW, "KX4-T2") << false << -2;
-    QTest::newRow("image without versions") << layout << imageWith({}, {}) << false << -2;
-    QTest::newRow("differing versions ignored") << layout << imageWith("FW9", KXS) << true << 0;
-    QTest::newRow("bytes running past the image")
-        << header + QStringLiteral("setting W 2 2 = num, WW, u16, 0`9, [], 0, \"W\", \"\"\n")
-        << image << false << 1;
-    QTest::newRow("unknown keyword does not count (error 1)")
-        << layout + QStringLiteral("setting T 1 1 = text, x\n") << image << false << 0;
-    // A kind that fails to build counts too (see failedSettingsAreLeftOutAndTheirRawDisabled).
-    QTest::newRow("missing bytes and failed kinds add up")
-        << header + numEntries({QStringLiteral("A 0x80"), QStringLiteral("B 0x81")}) +
-               QStringLiteral("setting U 1 1 = uninit, x\n")
-        << image << false << 3;
-}
-
-void TestSettingManagerLoad::resultCodes() {
-    QFETCH(QString, layoutSource);
-    QFETCH(QByteArray, image);
-    QFETCH(bool, ignoreVersion);
-    QFETCH(int, expected);
-
-    ManagerFiles files;
-    QString layoutPath = files.path(QStringLiteral("none.kxs"));
-    if (!layoutSource.isEmpty()) {
-        layoutPath = files.write(QStringLiteral("l.kxs"), compileLayout(layoutSource));
-    }
-    QString imagePath = files.path(QStringLiteral("none.hex"));
-    if (!image.isEmpty()) {
-        imagePath = files.write(QStringLiteral("i.hex"), image);
-    }
-    SettingManager manager;
-    QCOMPARE(manager.loadRawSettings(managerVersion(FW, KXS, layoutPath), imagePath, ignoreVersion),
-             expected);
-    if (expected < 0) {
-        QCOMPARE(manager.getSettings().size(), 0);
-        QCOMPARE(manager.totalSize(), 0);
-    }
-}
-
-void TestSettingManagerLoad::duplicateCodeNamesKeepTheFirst() {
-    // The layout compiler refuses repeated names, so the file is written entry by entry.
-    kxs::compiler::KxsWriter writer;
-    QVERIFY(writer.setVersion(KXS));
-    const QString definition = QStringLiteral("num, W, u8, 0`255, [], 0, \"N\", \"\"");
-    QVERIFY(writer.addSetting(QStringLiteral("A"), 0, 1, definition));
-    QVERIFY(writer.addSetting(QStringLiteral("A"), 1, 1, definition));
-    QVERIFY(writer.addSetting(QStringLiteral("B"), 2, 1, definition));
-    QVERIFY(writer.addSetting(QStringLiteral("A"), 0x90, 1, definition));
-    SettingManager manager;
-    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), writer.toBytes(),
-                                         imageOf(QByteArray::fromHex("0A0B0C")), false),
-             0); // the repeat at 0x90 is not read, so its missing bytes do not count
-    QCOMPARE(manager.getRawSettings().size(), 2);
-    QCOMPARE(manager.getRawSetting(QStringLiteral("A"))->getAddress(), 0);
-    QCOMPARE(manager.getSettings().size(), 2);
-    QCOMPARE(manager.getSettingData(QStringLiteral("A"), sf::RoleEdit).toInt(), 10);
-}
-
-void TestSettingManagerLoad::failedSettingsAreLeftOutAndTheirRawDisabled() {
-    const QString source = QStringLiteral("version \"KX4-T1\"\n") +
-                           numEntries({QStringLiteral("A 0")}) +
-                           QStringLiteral("setting Q 1 1 = num, WQ, q16, 0`1, []\n");
-    SettingManager manager;
-    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), compileLayout(source),
-                                         imageOf(QByteArray::fromHex("0A0B")), false),
-             1);
-    QVERIFY(manager.containsRaw(QStringLiteral("Q")));
-    QVERIFY(!manager.contains(QStringLiteral("Q")));
-    QVERIFY(!manager.getRawSetting(QStringLiteral("Q"))->isEnabled());
-    QCOMPARE(manager.getRawSettingData(QStringLiteral("Q")), QByteArray::fromHex("0B"));
-}
-
-void TestSettingManagerLoad::processorType_data() {
-    QTest::addColumn<QString>("layoutVersion");
-    QTest::addColumn<int>("before");
-    QTest::addColumn<int>("expected");
-
-    QTest::newRow("KX4") << QStringLiteral("KX4-2.0") << 0 << 2;
-    QTest::newRow("Dravolin") << QStringLiteral("Dravolin 7") << 2 << 0;
-    QTest::newRow("KX4 wins over KX3") << QStringLiteral("KX3/KX4") << 0 << 2;
-    QTest::newRow("KX3 wins over Dravolin") << QStringLiteral("Dravolin KX3") << 2 << 1;
-    QTest::newRow("search is case-sensitive") << QStringLiteral("kx4") << 1 << 1;
-}
-
-void TestSettingManagerLoad::processorType() {
-    QFETCH(QString, layoutVersion);
-    QFETCH(int, before);
-    QFETCH(int, expected);
-
-    QCOMPARE(SettingManager::processorTypeFor(layoutVersion, before), expected);
-
-    const QString source =
-        QStringLiteral("version \"%1\"\n").arg(layoutVersion) + numEntries({QStringLiteral("A 0")});
-    SettingManager manager;
-    manager.set_processor_type(before);
-    QVERIFY(manager.loadRawSettingsData(managerVersion(FW, layoutVersion), compileLayout(source),
-                                        imageOf(QByteArray::fromHex("0A"), FW, layoutVersion),
-                                        false) >= 0);
-    QCOMPARE(manager.get_processor_type(), expected);
-}
-
-void TestSettingManagerLoad::phantomBytesAreSkippedForKx3Layouts() {
-    // With a phantom byte at every odd address, the two real bytes of a 16-bit setting
-    // at 0x100 lie at 0x100 and 0x102.
-    const QString source = QStringLiteral("version \"KX3-1\"\n"
-                                          "setting W 0x100 2 = num, WW, u16, 0`65535, [], 0, "
-                                          "\"W\", \"\"\n");
-    QMap<quint32, QByteArray> blocks;
-    blocks.insert(0x100, QByteArray::fromHex("120034"));
-    SettingManager manager;
-    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, QStringLiteral("KX3-1")),
-                                         compileLayout(source),
-                                         hexImage(blocks, FW, QStringLiteral("KX3-1")), false),
-             0);
-    QCOMPARE(manager.get_processor_type(), 1);
-    QCOMPARE(manager.getRawSettingData(QStringLiteral("W")), QByteArray::fromHex("1234"));
-    QCOMPARE(manager.getSettingData(QStringLiteral("W"), sf::RoleEdit).toInt(), 0x1234);
-}
-
-void TestSettingManagerLoad::settingsFallUnderThePrecedingHeading() {
-    SettingManager manager;
-    ManagerFiles files;
-    QCOMPARE(loadStandard(manager, files), 0);
-
-    QStringList labels;
-    for (const sf::Category* category : manager.getCategories()) {
-        labels << category->getLabel();
-    }
-    QCOMPARE(labels, (QStringList{"UC", "Batt", "Disp"}));
-    QCOMPARE(manager.getCategoryTitle(QStringLiteral("UC")), QStringLiteral("Uncategorized"));
-    QCOMPARE(manager.getCategoryTitle(QStringLiteral("Batt")), QStringLiteral("Battery"));
-    QCOMPARE(manager.getCategoryTitle(QStringLiteral("Nope")), QString());
-    // Setting, category: before any heading, first and last under a heading, after the next.
-    const QStringList pairs{"Early", "UC", "Packs", "Batt", "Low1", "Batt", "Flags", "Disp"};
-    for (int i = 0; i + 1 < pairs.size(); i += 2) {
-        const sf::Setting* setting = manager.getSetting(pairs.at(i));
-        QVERIFY2(setting, qPrintable(pairs.at(i)));
-        QCOMPARE(setting->getCategory(), pairs.at(i + 1));
-        QVERIFY(manager.getCategory(pairs.at(i + 1))->contains(setting));
-    }
-    // Rows: Early; Packs, Cells (two presets), Lim, Low; Flags and a row per bit, Boxes
-    // (folded), Screen, Dis (Hid is hidden).
-    QCOMPARE(manager.totalSize(), 1 + 4 + 7);
-    QCOMPARE(manager.maxPresets(), 2);
-
-    // The layout's markers: Dis is disabled, Hid hidden but enabled.
-    QVERIFY(!manager.isEnabled(QStringLiteral("Dis")));
-    QVERIFY(!manager.getSetting(QStringLiteral("Dis"))->isHidden());
-    QVERIFY(manager.isEnabled(QStringLiteral("Hid")));
-    QVERIFY(manager.getSetting(QStringLiteral("Hid"))->isHidden());
-    QVERIFY(manager.getRawSetting(QStringLiteral("Hid"))->isHidden());
-}
-
-void TestSettingManagerLoad::presetCounterIsFoundByPresetName() {
-    SettingManager manager;
-    ManagerFiles files;
-    QCOMPARE(loadStandard(manager, files), 0);
-    const sf::Category* batt = manager.getCategory(QStringLiteral("Batt"));
-    QCOMPARE(batt->getPresetCount(), manager.getSetting(QStringLiteral("Packs")));
-    QVERIFY(manager.getSetting(QStringLiteral("Packs"))->isPresetCounter());
-    QVERIFY(!manager.getCategory(QStringLiteral("Disp"))->getPresetCount());
-
-    QSignalSpy presets(&manager, &SettingManager::presetsChanged);
-    QVERIFY(manager.setSettingData(0, QStringLiteral("Packs")));
-    QCOMPARE(presets.count(), 1);
-    QVERIFY(!batt->isPresetEnabled(1));
-    QVERIFY(manager.setSettingData(7, QStringLiteral("Early")));
-    QCOMPARE(presets.count(), 1); // no counter changed
-}
-
-void TestSettingManagerLoad::reloadDropsEverything() {
-    SettingManager manager;
-    ManagerFiles files;
-    QCOMPARE(loadStandard(manager, files), 0);
-    QVERIFY(manager.setSettingData(9, QStringLiteral("Cells1")));
-    QVERIFY(manager.canUndo());
-    const QString source =
-        QStringLiteral("version \"KX4-T1\"\n") + numEntries({QStringLiteral("Z 0")});
-    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), compileLayout(source),
-                                         imageOf(QByteArray::fromHex("05")), false),
-             0);
-    QVERIFY(!manager.canUndo());
-    QVERIFY(!manager.contains(QStringLiteral("Cells1")));
-    QCOMPARE(manager.getSettings().size(), 1);
-    QCOMPARE(manager.getCategories().size(), 1);
-    // The new layout's texts are read, not those of the old one under the same name.
-    const QString lists = QStringLiteral(
-        "version \"KX4-T1\"\n"
-        "setting Screen 0 1 = list, SCREEN, ScreenCount, ScreenNames, \"Screen\", \"\"\n"
-        "u8 ScreenCount 2\nstrings ScreenNames \"Left\" \"Right\"\n");
-    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), compileLayout(lists),
-                                         imageOf(QByteArray::fromHex("01")), false),
-             0);
-    QCOMPARE(manager.getSettingData(QStringLiteral("Screen"), sf::RoleDisplay).toStringList(),
-             (QStringList{"Left", "Right"}));
-    // A failed load leaves nothing behind either.
-    QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), QByteArray("junk"),
-                                         imageOf(QByteArray::fromHex("05")), false),
-             -3);
-    QCOMPARE(manager.getSettings().size(), 0);
-    QCOMPARE(manager.getCategories().size(), 0);
-}
-
-void TestSettingManagerLoad::helpFile_data() {
-    QTest::addColumn<QByteArray>("html"); // empty: no help file
-    QTest::addColumn<QString>("cellsHelp");
-    QTest::addColumn<QString>("categoryHelp");
-
-    QTest::newRow("no help file") << QByteArray() << QString() << QString();
-    QTest::newRow("UTF-8 help for a setting and a category")
-        << QByteArray("<html><div id=\"CELLS\">\n  Zellen \xc3\xa4\n  zwei\n</div>\n"
-                      "<div id='Batt@99999' class=\"c\">The battery</div></html>")
-        << QStringLiteral("Zellen \u00e4\n  zwei") << QStringLiteral("The battery");
-}
-
-void TestSettingManagerLoad::helpFile() {
-    QFETCH(QByteArray, html);
-    QFETCH(QString, cellsHelp);
-    QFETCH(QString, categoryHelp);
-
-    ManagerFiles files;
-    QVERIFY(QDir(files.path(QString())).mkpath(QStringLiteral("data/help")));
-    if (!html.isEmpty()) {
-        QVERIFY(!files.write(QStringLiteral("data/help/FW1_help.html"), html).isEmpty());
-    }
-    const QString previous = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(files.path(QString())));
-    SettingManager manager;
-    const int result = loadStandard(manager, files);
-    QDir::setCurrent(previous);
-
-    QCOMPARE(result, 0);
-    QVERIFY(
-        SettingManager::getTooltipFilename(FW).endsWith(QLatin1String("data/help/FW1_help.html")));
-    QCOMPARE(manager.getTooltip(QStringLiteral("CELLS")), cellsHelp);
-    QCOMPARE(manager.getSettingData(QStringLiteral("Cells1"), sf::RoleToolTip).toString(),
-             cellsHelp);
-    QCOMPARE(manager.getCategoryTooltip(QStringLiteral("Batt")), categoryHelp);
-    QCOMPARE(manager.getTooltip(QStringLiteral("NOPE")), QString());
-}
-
-void TestSettingManagerLoad::parseTooltips_data() {
-    testsupport::loadTable(QStringLiteral("settingmanager-load-parseTooltips.txt"));
-}
-
-void TestSettingManagerLoad::parseTooltips() {
-    QFETCH(QString, html);
-    QFETCH(QStringList, pairs);
-
-    SettingManager manager;
-    manager.parseTooltips(html);
-    QHash<QString, QString> expected;
-    for (int i = 0; i + 1 < pairs.size(); i += 2) {
-        expected.insert(pairs.at(i), pairs.at(i + 1));
-    }
-    QCOMPARE(manager.getTooltips(), expected);
-}
-
-void TestSettingManagerLoad::imageReaderAnswersLikeTheParser_data() {
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<int>("processor");
-    QTest::addColumn<bool>("indexed");
-
-    const auto rec = [](quint16 address, const char* hex) {
-        return hexRecordLine(0x00, address, QByteArray::fromHex(hex));
-    };
-    const QByteArray eof = hexRecordLine(0x01, 0, QByteArray());
-    QTest::newRow("adjacent records out of order, with a gap")
-        << rec(0x30, "AABBCC") + rec(0x10, "01020304") + rec(0x14, "05") + eof << 2 << true;
-    QTest::newRow("overlapping records")
-        << rec(0x10, "01020304") + rec(0x12, "AABBCCDD") + eof << 2 << false;
-    QTest::newRow("an upper address is ignored for reading")
-        << hexRecordLine(0x04, 0, QByteArray::fromHex("0001")) + rec(0x20, "0102030405060708") + eof
-        << 2 << true;
-    QTest::newRow("phantom byte every second address")
-        << rec(0x10, "0100020003000400") + rec(0x18, "05000600") + eof << 1 << true;
-    QTest::newRow("phantom byte every fourth address")
-        << rec(0x10, "01020300040506000708") + eof << 0 << true;
-    QTest::newRow("empty and other records")
-        << hexRecordLine(0x00, 0x10, QByteArray()) + hexRecordLine(0x03, 0x10, "\x01\x02") +
-               rec(0x12, "0102") + eof
-        << 2 << true;
-    QTest::newRow("record at the end of the 16-bit space")
-        << rec(0xFFFC, "0102030405060708") + eof << 2 << true;
-    QTest::newRow("no data") << eof << 2 << true;
-}
-
-void TestSettingManagerLoad::imageReaderAnswersLikeTheParser() {
-    QFETCH(QByteArray, text);
-    QFETCH(int, processor);
-    QFETCH(bool, indexed);
-
-    sf::parser::HexParser image;
-    QVERIFY(image.loadHexData(text, processor));
-    const sf::ImageReader reader(image);
-    QCOMPARE(reader.isIndexed(), indexed);
-    const QList<quint32> starts = {
-        0x0,  0xE,  0xF,  0x10, 0x11, 0x12, 0x13,   0x14,   0x15,   0x16,    0x17,    0x18,   0x1A,
-        0x20, 0x24, 0x27, 0x2F, 0x30, 0x32, 0xFFFB, 0xFFFC, 0xFFFF, 0x10000, 0x10003, 0x10004};
-    for (const quint32 address : starts) {
-        for (quint32 count = 0; count <= 9; ++count) {
-            const std::optional<QByteArray> expected = image.readData(address, count);
-            const std::optional<QByteArray> actual = reader.read(address, count);
-            QVERIFY2(
-                expected.has_value() == actual.has_value() && (!expected || *expected == *actual),
-                qPrintable(QStringLiteral("address %1 count %2").arg(address, 0, 16).arg(count)));
+        ManagerFiles files;
+        QString layoutPath = files.path(QStringLiteral("none.kxs"));
+        if (layout != QStringList{QStringLiteral("-")}) {
+            QString source;
+            for (const QString& line : layout) {
+                source += line == QLatin1String("version") ? QStringLiteral("version \"KX4-T1\"\n")
+                          : line.startsWith(QLatin1String("setting ")) ? line + QLatin1Char('\n')
+                                                                       : numEntries({line});
+            }
+            layoutPath = files.write(QStringLiteral("l.kxs"), compileLayout(source));
+        }
+        QString imagePath = files.path(QStringLiteral("none.hex"));
+        if (image == QLatin1String("bad")) {
+            imagePath = files.write(QStringLiteral("i.hex"), ":0100000001FF\r\n");
+        } else if (image != QLatin1String("-")) {
+            const QStringList names =
+                image.split(QLatin1Char(' ')).replaceInStrings(QStringLiteral("none"), QString());
+            imagePath = files.write(QStringLiteral("i.hex"), imageOf(QByteArray::fromHex("010203"),
+                                                                     names.at(0), names.at(1)));
+        }
+        SettingManager manager;
+        QCOMPARE(manager.loadRawSettings(managerVersion(FW, KXS, layoutPath), imagePath, ignore),
+                 expected);
+        if (expected < 0) {
+            QCOMPARE(manager.getSettings().size(), 0);
+            QCOMPARE(manager.totalSize(), 0);
         }
     }
-}
+
+    void duplicateCodeNamesKeepTheFirst() {
+        // The layout compiler refuses repeated names, so the file is written entry by entry.
+        kxs::compiler::KxsWriter writer;
+        QVERIFY(writer.setVersion(KXS));
+        const QString definition = QStringLiteral("num, W, u8, 0`255, [], 0, \"N\", \"\"");
+        QVERIFY(writer.addSetting(QStringLiteral("A"), 0, 1, definition));
+        QVERIFY(writer.addSetting(QStringLiteral("A"), 1, 1, definition));
+        QVERIFY(writer.addSetting(QStringLiteral("B"), 2, 1, definition));
+        QVERIFY(writer.addSetting(QStringLiteral("A"), 0x90, 1, definition));
+        SettingManager manager;
+        QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), writer.toBytes(),
+                                             imageOf(QByteArray::fromHex("0A0B0C")), false),
+                 0); // the repeat at 0x90 is not read, so its missing bytes do not count
+        QCOMPARE(manager.getRawSettings().size(), 2);
+        QCOMPARE(manager.getRawSetting(QStringLiteral("A"))->getAddress(), 0);
+        QCOMPARE(manager.getSettings().size(), 2);
+        QCOMPARE(manager.getSettingData(QStringLiteral("A"), sf::RoleEdit).toInt(), 10);
+    }
+
+    void failedSettingsAreLeftOutAndTheirRawDisabled() {
+        const QString source = QStringLiteral("version \"KX4-T1\"\n") +
+                               numEntries({QStringLiteral("A 0")}) +
+                               QStringLiteral("setting Q 1 1 = num, WQ, q16, 0`1, []\n");
+        SettingManager manager;
+        QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), compileLayout(source),
+                                             imageOf(QByteArray::fromHex("0A0B")), false),
+                 1);
+        QVERIFY(manager.containsRaw(QStringLiteral("Q")));
+        QVERIFY(!manager.contains(QStringLiteral("Q")));
+        QVERIFY(!manager.getRawSetting(QStringLiteral("Q"))->isEnabled());
+        QCOMPARE(manager.getRawSettingData(QStringLiteral("Q")), QByteArray::fromHex("0B"));
+    }
+
+    void processorType_data() { testsupport::loadTable(); }
+
+    void processorType() {
+        QFETCH(QString, layoutVersion);
+        QFETCH(int, before);
+        QFETCH(int, expected);
+
+        QCOMPARE(SettingManager::processorTypeFor(layoutVersion, before), expected);
+
+        const QString source = QStringLiteral("version \"%1\"\n").arg(layoutVersion) +
+                               numEntries({QStringLiteral("A 0")});
+        SettingManager manager;
+        manager.set_processor_type(before);
+        QVERIFY(manager.loadRawSettingsData(
+                    managerVersion(FW, layoutVersion), compileLayout(source),
+                    imageOf(QByteArray::fromHex("0A"), FW, layoutVersion), false) >= 0);
+        QCOMPARE(manager.get_processor_type(), expected);
+    }
+
+    void phantomBytesAreSkippedForKx3Layouts() {
+        // With a phantom byte at every odd address, the two real bytes of a 16-bit setting
+        // at 0x100 lie at 0x100 and 0x102.
+        const QString source = QStringLiteral("version \"KX3-1\"\n"
+                                              "setting W 0x100 2 = num, WW, u16, 0`65535, [], 0, "
+                                              "\"W\", \"\"\n");
+        QMap<quint32, QByteArray> blocks;
+        blocks.insert(0x100, QByteArray::fromHex("120034"));
+        SettingManager manager;
+        QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, QStringLiteral("KX3-1")),
+                                             compileLayout(source),
+                                             hexImage(blocks, FW, QStringLiteral("KX3-1")), false),
+                 0);
+        QCOMPARE(manager.get_processor_type(), 1);
+        QCOMPARE(manager.getRawSettingData(QStringLiteral("W")), QByteArray::fromHex("1234"));
+        QCOMPARE(manager.getSettingData(QStringLiteral("W"), sf::RoleEdit).toInt(), 0x1234);
+    }
+
+    void settingsFallUnderThePrecedingHeading() {
+        SettingManager manager;
+        ManagerFiles files;
+        QCOMPARE(loadStandard(manager, files), 0);
+
+        QStringList labels;
+        for (const sf::Category* category : manager.getCategories()) {
+            labels << category->getLabel();
+        }
+        QCOMPARE(labels, (QStringList{"UC", "Batt", "Disp"}));
+        QCOMPARE(manager.getCategoryTitle(QStringLiteral("UC")), QStringLiteral("Uncategorized"));
+        QCOMPARE(manager.getCategoryTitle(QStringLiteral("Batt")), QStringLiteral("Battery"));
+        QCOMPARE(manager.getCategoryTitle(QStringLiteral("Nope")), QString());
+        // Setting, category: before any heading, first and last under a heading, after the next.
+        const QStringList pairs{"Early", "UC", "Packs", "Batt", "Low1", "Batt", "Flags", "Disp"};
+        for (int i = 0; i + 1 < pairs.size(); i += 2) {
+            const sf::Setting* setting = manager.getSetting(pairs.at(i));
+            QVERIFY2(setting, qPrintable(pairs.at(i)));
+            QCOMPARE(setting->getCategory(), pairs.at(i + 1));
+            QVERIFY(manager.getCategory(pairs.at(i + 1))->contains(setting));
+        }
+        // Rows: Early; Packs, Cells (two presets), Lim, Low; Flags and a row per bit, Boxes
+        // (folded), Screen, Dis (Hid is hidden).
+        QCOMPARE(manager.totalSize(), 1 + 4 + 7);
+        QCOMPARE(manager.maxPresets(), 2);
+
+        // The layout's markers: Dis is disabled, Hid hidden but enabled.
+        QVERIFY(!manager.isEnabled(QStringLiteral("Dis")));
+        QVERIFY(!manager.getSetting(QStringLiteral("Dis"))->isHidden());
+        QVERIFY(manager.isEnabled(QStringLiteral("Hid")));
+        QVERIFY(manager.getSetting(QStringLiteral("Hid"))->isHidden());
+        QVERIFY(manager.getRawSetting(QStringLiteral("Hid"))->isHidden());
+    }
+
+    void presetCounterIsFoundByPresetName() {
+        SettingManager manager;
+        ManagerFiles files;
+        QCOMPARE(loadStandard(manager, files), 0);
+        const sf::Category* batt = manager.getCategory(QStringLiteral("Batt"));
+        QCOMPARE(batt->getPresetCount(), manager.getSetting(QStringLiteral("Packs")));
+        QVERIFY(manager.getSetting(QStringLiteral("Packs"))->isPresetCounter());
+        QVERIFY(!manager.getCategory(QStringLiteral("Disp"))->getPresetCount());
+
+        QSignalSpy presets(&manager, &SettingManager::presetsChanged);
+        QVERIFY(manager.setSettingData(0, QStringLiteral("Packs")));
+        QCOMPARE(presets.count(), 1);
+        QVERIFY(!batt->isPresetEnabled(1));
+        QVERIFY(manager.setSettingData(7, QStringLiteral("Early")));
+        QCOMPARE(presets.count(), 1); // no counter changed
+    }
+
+    void reloadDropsEverything() {
+        SettingManager manager;
+        ManagerFiles files;
+        QCOMPARE(loadStandard(manager, files), 0);
+        QVERIFY(manager.setSettingData(9, QStringLiteral("Cells1")));
+        QVERIFY(manager.canUndo());
+        const QString source =
+            QStringLiteral("version \"KX4-T1\"\n") + numEntries({QStringLiteral("Z 0")});
+        QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), compileLayout(source),
+                                             imageOf(QByteArray::fromHex("05")), false),
+                 0);
+        QVERIFY(!manager.canUndo());
+        QVERIFY(!manager.contains(QStringLiteral("Cells1")));
+        QCOMPARE(manager.getSettings().size(), 1);
+        QCOMPARE(manager.getCategories().size(), 1);
+        // The new layout's texts are read, not those of the old one under the same name.
+        const QString lists = QStringLiteral(
+            "version \"KX4-T1\"\n"
+            "setting Screen 0 1 = list, SCREEN, ScreenCount, ScreenNames, \"Screen\", \"\"\n"
+            "u8 ScreenCount 2\nstrings ScreenNames \"Left\" \"Right\"\n");
+        QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), compileLayout(lists),
+                                             imageOf(QByteArray::fromHex("01")), false),
+                 0);
+        QCOMPARE(manager.getSettingData(QStringLiteral("Screen"), sf::RoleDisplay).toStringList(),
+                 (QStringList{"Left", "Right"}));
+        // A failed load leaves nothing behind either.
+        QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), QByteArray("junk"),
+                                             imageOf(QByteArray::fromHex("05")), false),
+                 -3);
+        QCOMPARE(manager.getSettings().size(), 0);
+        QCOMPARE(manager.getCategories().size(), 0);
+    }
+
+    void helpFile_data() {
+        QTest::addColumn<QByteArray>("html"); // empty: no help file
+        QTest::addColumn<QString>("cellsHelp");
+        QTest::addColumn<QString>("categoryHelp");
+
+        QTest::newRow("no help file") << QByteArray() << QString() << QString();
+        QTest::newRow("UTF-8 help for a setting and a category")
+            << QByteArray("<html><div id=\"CELLS\">\n  Zellen \xc3\xa4\n  zwei\n</div>\n"
+                          "<div id='Batt@99999' class=\"c\">The battery</div></html>")
+            << QStringLiteral("Zellen \u00e4\n  zwei") << QStringLiteral("The battery");
+    }
+
+    void helpFile() {
+        QFETCH(QByteArray, html);
+        QFETCH(QString, cellsHelp);
+        QFETCH(QString, categoryHelp);
+
+        ManagerFiles files;
+        QVERIFY(QDir(files.path(QString())).mkpath(QStringLiteral("data/help")));
+        if (!html.isEmpty()) {
+            QVERIFY(!files.write(QStringLiteral("data/help/FW1_help.html"), html).isEmpty());
+        }
+        const QString previous = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(files.path(QString())));
+        SettingManager manager;
+        const int result = loadStandard(manager, files);
+        QDir::setCurrent(previous);
+
+        QCOMPARE(result, 0);
+        QVERIFY(SettingManager::getTooltipFilename(FW).endsWith(
+            QLatin1String("data/help/FW1_help.html")));
+        QCOMPARE(manager.getTooltip(QStringLiteral("CELLS")), cellsHelp);
+        QCOMPARE(manager.getSettingData(QStringLiteral("Cells1"), sf::RoleToolTip).toString(),
+                 cellsHelp);
+        QCOMPARE(manager.getCategoryTooltip(QStringLiteral("Batt")), categoryHelp);
+        QCOMPARE(manager.getTooltip(QStringLiteral("NOPE")), QString());
+    }
+
+    void parseTooltips_data() { testsupport::loadTable(); }
+
+    void parseTooltips() {
+        QFETCH(QString, html);
+        QFETCH(QStringList, pairs);
+
+        SettingManager manager;
+        manager.parseTooltips(html);
+        QHash<QString, QString> expected;
+        for (int i = 0; i + 1 < pairs.size(); i += 2) {
+            expected.insert(pairs.at(i), pairs.at(i + 1));
+        }
+        QCOMPARE(manager.getTooltips(), expected);
+    }
+
+    void imageReaderAnswersLikeTheParser_data() { loadTable(); }
+
+    void imageReaderAnswersLikeTheParser() {
+        QFETCH(QString, records);
+        QFETCH(int, processor);
+        QFETCH(bool, indexed);
+
+        sf::parser::HexParser image;
+        QVERIFY(image.loadHexData(testsupport::hex::text(records), processor));
+        const sf::ImageReader reader(image);
+        QCOMPARE(reader.isIndexed(), indexed);
+        const QList<quint32> starts = {0x0,    0xE,     0xF,     0x10,   0x11, 0x12,   0x13,
+                                       0x14,   0x15,    0x16,    0x17,   0x18, 0x1A,   0x20,
+                                       0x24,   0x27,    0x2F,    0x30,   0x32, 0xFFFB, 0xFFFC,
+                                       0xFFFF, 0x10000, 0x10003, 0x10004};
+        for (const quint32 address : starts) {
+            for (quint32 count = 0; count <= 9; ++count) {
+                const std::optional<QByteArray> expected = image.readData(address, count);
+                const std::optional<QByteArray> actual = reader.read(address, count);
+                QVERIFY2(expected.has_value() == actual.has_value() &&
+                             (!expected || *expected == *actual),
+                         qPrintable(
+                             QStringLiteral("address %1 count %2").arg(address, 0, 16).arg(count)));
+            }
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(TestSettingManagerLoad)
 #include "tst_settingmanager_load.moc"

@@ -94,64 +94,24 @@ private slots:
     void cleanupTestCase() { QDir::setCurrent(m_startDir); }
 
     // Each operation against the helper: result, command lines and what the user saw.
-    void operations_data() {
-        QTest::addColumn<QString>("operation");
-        QTest::addColumn<QString>("scriptText");
-        QTest::addColumn<bool>("ok");
-        QTest::addColumn<QStringList>("calls");
-        QTest::addColumn<QStringList>("errors");
-        QTest::addColumn<bool>("searchAgain"); // the next operation searches first
-        const QString rw = QStringLiteral("[operation]\nprint Progress 50%\\n\nsleep 20\n") + Done;
-        const QString readArgs =
-            QStringLiteral("-B|1234|-s|%1|-l|0x00|0x01ff|temp.hex|-x|serialout.log").arg(Port);
-        QTest::newRow("read searches first")
-            << "read" << Found + rw << true << QStringList{SearchArgs, readArgs} << QStringList()
-            << false;
-        QTest::newRow("write with reset")
-            << "write-reset" << Found + QStringLiteral("[operation]\nprint Now writing\\n\n") + Done
-            << true
-            << QStringList{SearchArgs,
-                           QStringLiteral("-B|1234|-s|%1|-R|-W|0x00|0x01ff|temp.hex|-v|temp.hex|-x|"
-                                          "serialout.log")
-                               .arg(Port)}
-            << QStringList() << true;
-        QTest::newRow("reset completes on its own text")
-            << "reset" << Found + QStringLiteral("[operation]\nprint Resetting device\\n\n") << true
-            << QStringList{SearchArgs, QStringLiteral("-B|1234|-s|%1|-R").arg(Port)}
-            << QStringList() << true;
-        QTest::newRow("search that never reports")
-            << "read" << QStringLiteral("[search]\nprint Trying version command\\n\nhang\n")
-            << false << QStringList{SearchArgs} << QStringList{MSG_ERROR_TIMEOUT} << true;
-        QTest::newRow("helper that says nothing")
-            << "read" << Found + QStringLiteral("[operation]\nhang\n") << false
-            << QStringList{SearchArgs, readArgs} << QStringList{MSG_ERROR_TIMEOUT} << true;
-        QTest::newRow("an error text alone in its chunk ends as a time-out")
-            << "read"
-            << Found + QStringLiteral("[operation]\nprint Failed to read memory\\n\nhang\n")
-            << false << QStringList{SearchArgs, readArgs} << QStringList{MSG_ERROR_TIMEOUT} << true;
-        QTest::newRow("completion without exit")
-            << "read" << Found + QStringLiteral("[operation]\n") + Done + QStringLiteral("hang\n")
-            << false << QStringList{SearchArgs, readArgs} << QStringList() << false;
-        QTest::newRow("version not in the device file")
-            << "read"
-            << QStringLiteral("[search]\nprint Retrieved version number during KX entry "
-                              "procedure: 0x9999\\n\n")
-            << false << QStringList{SearchArgs} << QStringList{MSG_ERROR_DEVICE_PROCESS} << true;
-        QTest::newRow("device file field that does not convert")
-            << "read"
-            << QStringLiteral("[search]\nprint Retrieved version number during KX entry "
-                              "procedure: 0xBAD1\\n\n")
-            << false << QStringList{SearchArgs} << QStringList{MSG_ERROR_DEVICE_PROCESS} << true;
-    }
+    void operations_data() { testsupport::loadTable(); }
 
     void operations() {
         QFETCH(QString, operation);
-        QFETCH(QString, scriptText);
+        QFETCH(QStringList, script);
         QFETCH(bool, ok);
         QFETCH(QStringList, calls);
         QFETCH(QStringList, errors);
         QFETCH(bool, searchAgain);
-        script(scriptText);
+        const QString read =
+            QStringLiteral("-B|1234|-s|{port}|-l|0x00|0x01ff|temp.hex|-x|serialout.log");
+        calls.replaceInStrings(QStringLiteral("{read}"), read);
+        calls.replaceInStrings(QStringLiteral("{search}"), SearchArgs);
+        calls.replaceInStrings(QStringLiteral("{port}"), Port);
+        this->script(script.join(QLatin1Char('\n'))
+                         .replace(QStringLiteral("{found}"), Found.chopped(1))
+                         .replace(QStringLiteral("{done}"), Done.chopped(1)) +
+                     QLatin1Char('\n'));
         Uploader u;
         onPort(u);
         QSignalSpy errorSpy(&u, &Uploader::suplError);
@@ -178,7 +138,7 @@ private slots:
     }
 
     // Every row of the error check, each text next to a progress report in one chunk.
-    void errorTexts_data() { testsupport::loadTable(QStringLiteral("uploader-errorTexts.txt")); }
+    void errorTexts_data() { testsupport::loadTable(); }
 
     void errorTexts() {
         QFETCH(QString, text);

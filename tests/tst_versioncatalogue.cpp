@@ -54,9 +54,7 @@ private slots:
         kxs = root + QStringLiteral("/data/kxs/");
     }
 
-    void sortedInsert_data() {
-        testsupport::loadTable(QStringLiteral("versioncatalogue-sortedInsert.txt"));
-    }
+    void sortedInsert_data() { testsupport::loadTable(); }
 
     void sortedInsert() {
         QFETCH(QStringList, added);
@@ -104,17 +102,7 @@ private slots:
         QCOMPARE(errors.count(), 0);
     }
 
-    void enumerateResult_data() {
-        QTest::addColumn<QStringList>("files"); // firmware file names, all of version KX4.02
-        QTest::addColumn<bool>("withLayout");
-        QTest::addColumn<bool>("result");
-        QTest::addColumn<int>("count");
-        QTest::newRow("no firmware folder") << QStringList() << true << false << 0;
-        QTest::newRow("only unusable files") << QStringList{"a.kxhex"} << false << false << 0;
-        QTest::newRow("one usable file") << QStringList{"a.kxhex"} << true << true << 1;
-        QTest::newRow("duplicates still count as found")
-            << QStringList{"a.kxhex", "b.kxhex"} << true << true << 1;
-    }
+    void enumerateResult_data() { testsupport::loadTable(); }
 
     void enumerateResult() {
         QFETCH(QStringList, files);

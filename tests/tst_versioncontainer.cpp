@@ -25,71 +25,60 @@ int sign(int value) {
 class TestVersionContainer : public QObject {
     Q_OBJECT
 private slots:
-    void compare_data();
-    void compare();
-    void compareLooksOnlyAtFirmwareVersion();
-    void printVersion_data();
-    void printVersion();
-    void isEmpty();
+    void compare_data() { testsupport::loadTable(); }
+
+    void compare() {
+        QFETCH(QString, mine);
+        QFETCH(QString, theirs);
+        QFETCH(int, expected);
+        QFETCH(bool, exact);
+
+        const int forward = withFirmware(mine).compare(withFirmware(theirs));
+        const int backward = withFirmware(theirs).compare(withFirmware(mine));
+        QCOMPARE(sign(forward), expected);
+        QCOMPARE(sign(backward), -expected);
+        if (exact) {
+            QCOMPARE(forward, expected);
+            QCOMPARE(backward, -expected);
+        }
+    }
+
+    void compareLooksOnlyAtFirmwareVersion() {
+        VersionContainer a = withFirmware(QStringLiteral("KX4.0"));
+        a.kxsVersion = QStringLiteral("zzz");
+        a.enqString = QStringLiteral("zzz");
+        a.kxsFormat = 9;
+        VersionContainer b = withFirmware(QStringLiteral("kx4.0"));
+        b.kxsVersion = QStringLiteral("aaa");
+        b.mapGroup = QStringLiteral("old");
+        QCOMPARE(a.compare(b), 0);
+        QCOMPARE(b.compare(a), 0);
+        QVERIFY(a != b);
+    }
+
+    void printVersion_data() { testsupport::loadTable(); }
+
+    void printVersion() {
+        QFETCH(QString, name);
+        QFETCH(QString, shown);
+        QCOMPARE(util::printVersion(name), shown);
+    }
+
+    // Any text makes a container non-empty; the format number alone does not.
+    void isEmpty() {
+        VersionContainer formatOnly;
+        formatOnly.kxsFormat = 3;
+        QVERIFY(VersionContainer().isEmpty() && formatOnly.isEmpty());
+        for (QString VersionContainer::*text :
+             {&VersionContainer::kxsVersion, &VersionContainer::fwVersion,
+              &VersionContainer::enqString, &VersionContainer::kxsFilePath,
+              &VersionContainer::mapFilePath, &VersionContainer::mapGroup}) {
+            VersionContainer v;
+            v.*text = QStringLiteral("x");
+            QVERIFY(!v.isEmpty());
+        }
+    }
 };
-
-void TestVersionContainer::compare_data() {
-    testsupport::loadTable(QStringLiteral("versioncontainer-compare.txt"));
-}
-
-void TestVersionContainer::compare() {
-    QFETCH(QString, mine);
-    QFETCH(QString, theirs);
-    QFETCH(int, expected);
-    QFETCH(bool, exact);
-
-    const int forward = withFirmware(mine).compare(withFirmware(theirs));
-    const int backward = withFirmware(theirs).compare(withFirmware(mine));
-    QCOMPARE(sign(forward), expected);
-    QCOMPARE(sign(backward), -expected);
-    if (exact) {
-        QCOMPARE(forward, expected);
-        QCOMPARE(backward, -expected);
-    }
-}
-
-void TestVersionContainer::compareLooksOnlyAtFirmwareVersion() {
-    VersionContainer a = withFirmware(QStringLiteral("KX4.0"));
-    a.kxsVersion = QStringLiteral("zzz");
-    a.enqString = QStringLiteral("zzz");
-    a.kxsFormat = 9;
-    VersionContainer b = withFirmware(QStringLiteral("kx4.0"));
-    b.kxsVersion = QStringLiteral("aaa");
-    b.mapGroup = QStringLiteral("old");
-    QCOMPARE(a.compare(b), 0);
-    QCOMPARE(b.compare(a), 0);
-    QVERIFY(a != b);
-}
-
-void TestVersionContainer::printVersion_data() {
-    testsupport::loadTable(QStringLiteral("versioncontainer-printVersion.txt"));
-}
-
-void TestVersionContainer::printVersion() {
-    QFETCH(QString, name);
-    QFETCH(QString, shown);
-    QCOMPARE(util::printVersion(name), shown);
-}
-
-// Any text makes a container non-empty; the format number alone does not.
-void TestVersionContainer::isEmpty() {
-    VersionContainer formatOnly;
-    formatOnly.kxsFormat = 3;
-    QVERIFY(VersionContainer().isEmpty() && formatOnly.isEmpty());
-    for (QString VersionContainer::*text :
-         {&VersionContainer::kxsVersion, &VersionContainer::fwVersion, &VersionContainer::enqString,
-          &VersionContainer::kxsFilePath, &VersionContainer::mapFilePath,
-          &VersionContainer::mapGroup}) {
-        VersionContainer v;
-        v.*text = QStringLiteral("x");
-        QVERIFY(!v.isEmpty());
-    }
-}
 
 QTEST_GUILESS_MAIN(TestVersionContainer)
 #include "tst_versioncontainer.moc"

@@ -9,10 +9,6 @@
 
 namespace testsupport {
 
-QByteArray hexRecordLine(quint8 type, quint16 address, const QByteArray& data) {
-    return sf::parser::Inhex32Entry::line(type, address, data);
-}
-
 QByteArray hexImage(const QMap<quint32, QByteArray>& blocks, const QString& fwVersion,
                     const QString& kxsVersion, const QString& enq) {
     QByteArray out;

@@ -24,9 +24,6 @@ namespace testsupport {
 QByteArray hexImage(const QMap<quint32, QByteArray>& blocks, const QString& fwVersion,
                     const QString& kxsVersion, const QString& enq = QString());
 
-// One Intel HEX record line (with "\r\n").
-QByteArray hexRecordLine(quint8 type, quint16 address, const QByteArray& data);
-
 // A version naming a layout file.
 util::VersionContainer managerVersion(const QString& fwVersion, const QString& kxsVersion,
                                       const QString& kxsFilePath = QString());

@@ -10,7 +10,7 @@ namespace testsupport {
 
 namespace {
 
-enum class Type { String, Int, UInt, Bool, Bytes, Double, List };
+enum class Type { String, Int, UInt, UInt64, Bool, Bytes, Text, Double, List, Variant };
 
 struct Column {
     Type type = Type::String;
@@ -40,7 +40,8 @@ Type typeOf(const QString& name) {
         {QStringLiteral("string"), Type::String}, {QStringLiteral("int"), Type::Int},
         {QStringLiteral("uint"), Type::UInt},     {QStringLiteral("bool"), Type::Bool},
         {QStringLiteral("bytes"), Type::Bytes},   {QStringLiteral("double"), Type::Double},
-        {QStringLiteral("list"), Type::List}};
+        {QStringLiteral("list"), Type::List},     {QStringLiteral("uint64"), Type::UInt64},
+        {QStringLiteral("text"), Type::Text},     {QStringLiteral("variant"), Type::Variant}};
     if (!types.contains(name)) {
         qFatal("table: unknown column type %s", qPrintable(name));
     }
@@ -66,13 +67,20 @@ void addColumn(const QString& header, Type type) {
         QTest::addColumn<bool>(name.constData());
         break;
     case Type::Bytes:
+    case Type::Text:
         QTest::addColumn<QByteArray>(name.constData());
+        break;
+    case Type::UInt64:
+        QTest::addColumn<quint64>(name.constData());
         break;
     case Type::Double:
         QTest::addColumn<double>(name.constData());
         break;
     case Type::List:
         QTest::addColumn<QStringList>(name.constData());
+        break;
+    case Type::Variant:
+        QTest::addColumn<QVariant>(name.constData());
         break;
     }
 }
@@ -93,8 +101,17 @@ void addCell(QTestData& row, Type type, const QString& cell, const QString& wher
         ok = cell == QLatin1String("true") || cell == QLatin1String("false");
         row << (cell == QLatin1String("true"));
         break;
+    case Type::UInt64:
+        row << cell.toULongLong(&ok, 0);
+        break;
     case Type::Bytes:
         row << QByteArray::fromHex(cell.toLatin1());
+        break;
+    case Type::Text:
+        row << unescapeCell(cell).toLatin1();
+        break;
+    case Type::Variant:
+        row << (cell == QLatin1String("<none>") ? QVariant() : QVariant(unescapeCell(cell)));
         break;
     case Type::Double:
         row << cell.toDouble(&ok);
@@ -153,6 +170,7 @@ void loadTable(const QString& name) {
     }
     QList<Type> types;
     int lineNo = 0;
+    int rows = 0;
     while (!file.atEnd()) {
         const QString line = QString::fromUtf8(file.readLine()).trimmed();
         ++lineNo;
@@ -178,7 +196,19 @@ void loadTable(const QString& name) {
         for (int i = 1; i < parts.size(); ++i) {
             addCell(row, types.at(i), parts.at(i), where);
         }
+        ++rows;
     }
+    if (rows == 0) {
+        qFatal("the table %s has no rows", qPrintable(path)); // a test without cases passes
+    }
+}
+
+void loadTable() {
+    const QString program = QCoreApplication::applicationName();
+    loadTable(program.mid(program.indexOf(QLatin1Char('_')) + 1)
+                  .replace(QLatin1Char('_'), QLatin1Char('-')) +
+              QLatin1Char('-') + QString::fromLatin1(QTest::currentTestFunction()) +
+              QStringLiteral(".txt"));
 }
 
 } // namespace testsupport

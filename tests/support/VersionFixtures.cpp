@@ -1,5 +1,7 @@
 #include "support/VersionFixtures.h"
 
+#include "support/HexFixtures.h"
+
 #include "kxs/compiler/KxsWriter.h"
 
 #include <QDir>
@@ -8,53 +10,24 @@
 
 namespace versionfixtures {
 
-namespace {
-
-QByteArray recordLine(quint8 type, quint16 address, const QByteArray& data, int checksumSkew) {
-    QByteArray bytes;
-    bytes.append(char(data.size() & 0xFF));
-    bytes.append(char(address >> 8));
-    bytes.append(char(address & 0xFF));
-    bytes.append(char(type));
-    bytes.append(data);
-    quint8 sum = 0;
-    for (char b : bytes) {
-        sum = quint8(sum + quint8(b));
-    }
-    bytes.append(char(quint8(0x100 - sum + checksumSkew)));
-    return ':' + bytes.toHex().toUpper() + "\r\n";
-}
-
-} // namespace
-
-QByteArray hexRecord(quint8 type, quint16 address, const QByteArray& data) {
-    return recordLine(type, address, data, 0);
-}
-
-QByteArray badChecksumRecord(quint8 type, quint16 address, const QByteArray& data) {
-    return recordLine(type, address, data, 1);
-}
-
-QByteArray hexEndOfFile() {
-    return QByteArrayLiteral(":00000001FF\r\n");
-}
+namespace hex = testsupport::hex;
 
 QByteArray firmwareImage(const QString& fwVersion, const QString& kxsVersion,
                          const QString& enqString) {
     QByteArray image;
     if (!fwVersion.isEmpty()) {
-        image += hexRecord(0xC0, 0, fwVersion.toLatin1());
+        image += hex::line(0xC0, 0, fwVersion.toLatin1());
     }
     if (!kxsVersion.isEmpty()) {
-        image += hexRecord(0xC1, 0, kxsVersion.toLatin1());
+        image += hex::line(0xC1, 0, kxsVersion.toLatin1());
     }
     if (!enqString.isEmpty()) {
-        image += hexRecord(0xC2, 0, enqString.toLatin1());
+        image += hex::line(0xC2, 0, enqString.toLatin1());
     }
-    image += hexRecord(0x04, 0, QByteArray::fromHex("0001"));
-    image += hexRecord(0x00, 0xE000, QByteArray::fromHex("0102030405060708"));
-    image += hexRecord(0x00, 0xE008, QByteArray::fromHex("A0B0C0D0"));
-    image += hexEndOfFile();
+    image += hex::line(0x04, 0, QByteArray::fromHex("0001"));
+    image += hex::line(0x00, 0xE000, QByteArray::fromHex("0102030405060708"));
+    image += hex::line(0x00, 0xE008, QByteArray::fromHex("A0B0C0D0"));
+    image += hex::eofLine();
     return image;
 }
 

@@ -12,13 +12,6 @@ namespace versionfixtures {
 
 using testsupport::writeFile;
 
-// One Intel HEX record line: ":" LL AAAA TT data CC "\r\n", upper-case hexadecimal; the
-// checksum is the two's complement of the byte sum.
-QByteArray hexRecord(quint8 type, quint16 address, const QByteArray& data);
-// The same line with its checksum deliberately off by one.
-QByteArray badChecksumRecord(quint8 type, quint16 address, const QByteArray& data);
-QByteArray hexEndOfFile();
-
 // A firmware file: the metadata records 0xC0 (firmware), 0xC1 (layout) and 0xC2 (ENQ),
 // each only when its text is non-empty, then a few data records and the end record.
 QByteArray firmwareImage(const QString& fwVersion, const QString& kxsVersion,

@@ -186,3 +186,110 @@ A usable version, metadata with trailing zero bytes:
   KX4.02    KX4.02  1000    ENQ 4.02  .
   
   1 version, highest first. Default: KX4.02
+The first layout record with a good checksum wins:
+  $ write "c15/data/firmware/fw 4.kxhex"
+  < :060000C14B58392E3939BE (crlf)
+  < :060000C04B58342E3032D3 (crlf)
+  < :060000C14B58342E3032D2 (crlf)
+  < :010000C245F8 (crlf)
+  < :00000001FF (crlf)
+  $ write c15/data/kxs/.keep
+  $ write c15.kxl
+  < version "KX4.02"
+  < category CAT_MAIN "Main" "Preset"
+  < setting wheelSize 0x1E000 2 = num, u16, Wheel size, mm, 0, 5000
+  $ kxs-compile c15.kxl -o c15/data/kxs/KX4.02.kxs
+  $ kxsetup-cli -C c15 versions --json
+  {
+      "versions": [
+          {
+              "enq": "E",
+              "format": 1000,
+              "fw": "KX4.02",
+              "fwShown": "KX4.02",
+              "group": "",
+              "kxs": "KX4.02",
+              "kxsFile": "$TMP/c15/data/kxs/KX4.02.kxs",
+              "mapFile": "$TMP/c15/data/firmware/fw 4.kxhex"
+          }
+      ]
+  }
+Metadata records in any order:
+  $ write "c16/data/firmware/fw 4.kxhex"
+  < :020000C24532C5 (crlf)
+  < :060000C14B58342E3032D2 (crlf)
+  < :040000C07634303230 (crlf)
+  < :00000001FF (crlf)
+  $ write c16/data/kxs/.keep
+  $ write c16.kxl
+  < version "KX4.02"
+  < category CAT_MAIN "Main" "Preset"
+  < setting wheelSize 0x1E000 2 = num, u16, Wheel size, mm, 0, 5000
+  $ kxs-compile c16.kxl -o c16/data/kxs/KX4.02.kxs
+  $ kxsetup-cli -C c16 versions --json
+  {
+      "versions": [
+          {
+              "enq": "E2",
+              "format": 1000,
+              "fw": "v402",
+              "fwShown": "KX4.02",
+              "group": "",
+              "kxs": "KX4.02",
+              "kxsFile": "$TMP/c16/data/kxs/KX4.02.kxs",
+              "mapFile": "$TMP/c16/data/firmware/fw 4.kxhex"
+          }
+      ]
+  }
+Firmware and ENQ texts may be missing:
+  $ write "c17/data/firmware/fw 4.kxhex"
+  < :060000C14B58342E3032D2 (crlf)
+  < :00000001FF (crlf)
+  $ write c17/data/kxs/.keep
+  $ write c17.kxl
+  < version "KX4.02"
+  < category CAT_MAIN "Main" "Preset"
+  < setting wheelSize 0x1E000 2 = num, u16, Wheel size, mm, 0, 5000
+  $ kxs-compile c17.kxl -o c17/data/kxs/KX4.02.kxs
+  $ kxsetup-cli -C c17 versions --json
+  {
+      "versions": [
+          {
+              "enq": "",
+              "format": 1000,
+              "fw": "",
+              "fwShown": "",
+              "group": "",
+              "kxs": "KX4.02",
+              "kxsFile": "$TMP/c17/data/kxs/KX4.02.kxs",
+              "mapFile": "$TMP/c17/data/firmware/fw 4.kxhex"
+          }
+      ]
+  }
+Latin-1 texts:
+  $ write "c18/data/firmware/fw 4.kxhex"
+  < :060000C04B58342E3032D3 (crlf)
+  < :060000C14B58342E3032D2 (crlf)
+  < :080000C24B6F7276657820E9AE (crlf)
+  < :00000001FF (crlf)
+  $ write c18/data/kxs/.keep
+  $ write c18.kxl
+  < version "KX4.02"
+  < category CAT_MAIN "Main" "Preset"
+  < setting wheelSize 0x1E000 2 = num, u16, Wheel size, mm, 0, 5000
+  $ kxs-compile c18.kxl -o c18/data/kxs/KX4.02.kxs
+  $ kxsetup-cli -C c18 versions --json
+  {
+      "versions": [
+          {
+              "enq": "Korvex é",
+              "format": 1000,
+              "fw": "KX4.02",
+              "fwShown": "KX4.02",
+              "group": "",
+              "kxs": "KX4.02",
+              "kxsFile": "$TMP/c18/data/kxs/KX4.02.kxs",
+              "mapFile": "$TMP/c18/data/firmware/fw 4.kxhex"
+          }
+      ]
+  }
