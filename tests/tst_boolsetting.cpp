@@ -76,15 +76,7 @@ private slots:
         }
     }
 
-    void setBitWritesImageOrder_data() {
-        QTest::addColumn<int>("subIndex");
-        QTest::addColumn<QByteArray>("expected");
-        QTest::newRow("bit 0") << 0 << hexBytes("00 01");
-        QTest::newRow("bit 3") << 3 << hexBytes("00 08");
-        QTest::newRow("bit 8") << 8 << hexBytes("01 00");
-        QTest::newRow("bit 15") << 15 << hexBytes("80 00");
-    }
-
+    void setBitWritesImageOrder_data() { testsupport::loadTable(); }
     void setBitWritesImageOrder() {
         QFETCH(int, subIndex);
         QFETCH(QByteArray, expected);

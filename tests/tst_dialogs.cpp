@@ -62,15 +62,7 @@ private slots:
 
     // The buttons besides OK: each closes the dialog with its answer; only Check connection
     // carries the port along (to be examined).
-    void otherButtons_data() {
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QString>("port");
-        QTest::newRow("refresh") << "&Refresh" << int(PortAnswer::Refresh) << "";
-        QTest::newRow("cancel") << "Cancel" << int(PortAnswer::Cancel) << "";
-        QTest::newRow("check connection")
-            << "&Check connection" << int(PortAnswer::Check) << "/dev/ttyUSB0";
-    }
+    void otherButtons_data() { testsupport::loadTable(); }
     void otherButtons() {
         QFETCH(QString, label);
         QFETCH(int, kind);

@@ -270,43 +270,22 @@ private slots:
         QVERIFY(!p.getEntry(&e, &d, QStringLiteral("Ghost"), 0));
     }
 
-    void damagedEntries_data() {
-        // The entry under test comes first, then a good setting "GOOD".
-        QTest::addColumn<QByteArray>("first");
-        QTest::addColumn<QString>("nextSetting"); // name getNext(1) returns, "-": it fails
-        QTest::addColumn<bool>("hasNextSetting");
-        QTest::addColumn<bool>("goodFound"); // getEntry("GOOD", 1)
-        QTest::addColumn<bool>("badFound");  // getEntry("BAD", 0)
-
-        // The data section is 8 bytes (GOOD's block at offset 0).
-        QTest::newRow("well formed")
-            << rawEntry(1, 0, 8, z("BAD")) << "BAD" << true << true << true;
-        QTest::newRow("length 0") << rawEntry(0, 1, 0, 8, z("BAD")) << "-" << false << false
-                                  << false;
-        QTest::newRow("length 9") << rawEntry(9, 1, 0, 8, z("BAD")) << "-" << false << false
-                                  << false;
-        QTest::newRow("length 10, empty name")
-            << rawEntry(10, 1, 0, 8, QByteArray()) << "" << true << true << true;
-        QTest::newRow("data one byte past the file")
-            << rawEntry(1, 1, 8, z("BAD")) << "GOOD" << true << true << false;
-        QTest::newRow("data offset + size wrap in 32 bits")
-            << rawEntry(1, 0xFFFFFFF8, 0x10, z("BAD")) << "GOOD" << true << true << false;
-        QTest::newRow("data size huge")
-            << rawEntry(1, 0, 0xFFFFFFFF, z("BAD")) << "GOOD" << true << true << false;
-        QTest::newRow("type 0 with data outside")
-            << rawEntry(0, 100, 1, z("BAD")) << "GOOD" << true << true << false;
-        QTest::newRow("empty data block at the very end")
-            << rawEntry(1, 8, 0, z("BAD")) << "BAD" << true << true << true;
-    }
-
+    void damagedEntries_data() { testsupport::loadTable(); }
     void damagedEntries() {
-        QFETCH(QByteArray, first);
+        QFETCH(int, length);
+        QFETCH(int, type);
+        QFETCH(uint, offset);
+        QFETCH(uint, size);
+        QFETCH(QByteArray, name);
         QFETCH(QString, nextSetting);
         QFETCH(bool, hasNextSetting);
         QFETCH(bool, goodFound);
         QFETCH(bool, badFound);
 
         RawLayout l;
+        const QByteArray first = length < 0
+                                     ? rawEntry(quint8(type), offset, size, name)
+                                     : rawEntry(quint8(length), quint8(type), offset, size, name);
         l.names = first + rawEntry(1, 0, 8, z("GOOD"));
         l.data = le32(0x20) + le32(2);
         const QByteArray bytes = l.toBytes();

@@ -54,23 +54,7 @@ private slots:
         }
     }
 
-    void setData_data() {
-        QTest::addColumn<QString>("list");
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<int>("stored");
-        QTest::newRow("first option") << "CHEM" << QVariant(0) << true << 0;
-        QTest::newRow("last option") << "CHEM" << QVariant(3) << true << 3;
-        QTest::newRow("index as text") << "CHEM" << QVariant("2") << true << 2;
-        QTest::newRow("equal to stored") << "CHEM" << QVariant(1) << false << 1;
-        QTest::newRow("one beyond") << "CHEM" << QVariant(4) << false << 1;
-        QTest::newRow("negative") << "CHEM" << QVariant(-1) << false << 1;
-        QTest::newRow("not a number") << "CHEM" << QVariant("LiFe") << false << 1;
-        // The image holds one byte: options past 255 exist but cannot be stored.
-        QTest::newRow("index 255 of a long list") << "WIDE" << QVariant(255) << true << 255;
-        QTest::newRow("index 256 of a long list") << "WIDE" << QVariant(256) << false << 1;
-    }
-
+    void setData_data() { testsupport::loadTable(); }
     void setData() {
         QFETCH(QString, list);
         QFETCH(QVariant, value);
@@ -85,22 +69,7 @@ private slots:
         QCOMPARE(static_cast<quint8>(s->getBytes().at(0)), stored);
     }
 
-    void dataRoles_data() {
-        QTest::addColumn<int>("role");
-        QTest::addColumn<QVariant>("expected");
-        QTest::newRow("1 options") << int(RoleDisplay) << QVariant(CHEMISTRIES);
-        QTest::newRow("2 index") << int(RoleEdit) << QVariant(2);
-        QTest::newRow("3 index as text") << int(RoleFullText) << QVariant("2");
-        QTest::newRow("5 name") << int(RoleName) << QVariant("Chemistry");
-        QTest::newRow("8 minimum") << int(RoleMinimum) << QVariant(0);
-        QTest::newRow("9 maximum") << int(RoleMaximum) << QVariant(3);
-        QTest::newRow("11 note") << int(RoleNote) << QVariant("sets the cell voltages");
-        QTest::newRow("13 raw") << int(RoleRaw) << QVariant(2);
-        QTest::newRow("14 tool tip") << int(RoleToolTip) << QVariant("Battery chemistry");
-        QTest::newRow("10 not answered") << int(RolePrecision) << QVariant();
-        QTest::newRow("12 not answered") << int(RoleStatus) << QVariant();
-    }
-
+    void dataRoles_data() { testsupport::loadTable(); }
     void dataRoles() {
         QFETCH(int, role);
         QFETCH(QVariant, expected);

@@ -240,18 +240,7 @@ private slots:
         QCOMPARE(manager.getCategories().size(), 0);
     }
 
-    void helpFile_data() {
-        QTest::addColumn<QByteArray>("html"); // empty: no help file
-        QTest::addColumn<QString>("cellsHelp");
-        QTest::addColumn<QString>("categoryHelp");
-
-        QTest::newRow("no help file") << QByteArray() << QString() << QString();
-        QTest::newRow("UTF-8 help for a setting and a category")
-            << QByteArray("<html><div id=\"CELLS\">\n  Zellen \xc3\xa4\n  zwei\n</div>\n"
-                          "<div id='Batt@99999' class=\"c\">The battery</div></html>")
-            << QStringLiteral("Zellen \u00e4\n  zwei") << QStringLiteral("The battery");
-    }
-
+    void helpFile_data() { testsupport::loadTable(); }
     void helpFile() {
         QFETCH(QByteArray, html);
         QFETCH(QString, cellsHelp);

@@ -220,21 +220,7 @@ private slots:
         QCOMPARE(about.count(), 1);
     }
 
-    void changedRowsAreReported_data() {
-        QTest::addColumn<QString>("codeName");
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<int>("subIndex");
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<int>("first");
-        QTest::addColumn<int>("last");
-
-        QTest::newRow("number and both clamped dependents")
-            << "Cells1" << QVariant(10) << -1 << "Batt" << 1 << 3;
-        QTest::newRow("number alone") << "Packs" << QVariant(2) << -1 << "Batt" << 0 << 0;
-        QTest::newRow("a bit: the field's row and its bits' rows")
-            << "Flags" << QVariant(true) << 1 << "Disp" << 0 << 3;
-    }
-
+    void changedRowsAreReported_data() { testsupport::loadTable(); }
     void changedRowsAreReported() {
         QFETCH(QString, codeName);
         QFETCH(QVariant, value);

@@ -81,29 +81,7 @@ private slots:
         QVERIFY(!manager.getSettingDataByWsi(QStringLiteral("NONE"), sf::RoleEdit).isValid());
     }
 
-    void roles_data() {
-        QTest::addColumn<QString>("codeName");
-        QTest::addColumn<int>("subIndex");
-        QTest::addColumn<int>("role");
-        QTest::addColumn<QVariant>("expected");
-
-        QTest::newRow("number display") << "Lim1" << -1 << 1 << QVariant(QStringLiteral("48.0 V"));
-        QTest::newRow("number edit value") << "Lim1" << -1 << 2 << QVariant(48.0);
-        QTest::newRow("number maximum follows Cells1") << "Lim1" << -1 << 9 << QVariant(50.4);
-        QTest::newRow("list options")
-            << "Screen" << -1 << 1 << QVariant(QStringList{"Speed", "Power", "Trip"});
-        QTest::newRow("folded group display")
-            << "Boxes" << -1 << 1 << QVariant(QStringLiteral("Expand"));
-        QTest::newRow("folded group asked for its unfolded text")
-            << "Boxes" << -1 << 6 << QVariant(QStringLiteral("Hide"));
-        QTest::newRow("bit field whole value") << "Flags" << -1 << 2 << QVariant(5u);
-        QTest::newRow("bit 0 set") << "Flags" << 0 << 2 << QVariant(true);
-        QTest::newRow("bit label") << "Flags" << 2 << 5 << QVariant(QStringLiteral("Lock"));
-        QTest::newRow("sub-index of a single value is ignored")
-            << "Cells1" << 3 << 2 << QVariant(12.0);
-        QTest::newRow("unknown setting") << "Nope" << -1 << 1 << QVariant();
-    }
-
+    void roles_data() { testsupport::loadTable(); }
     void roles() {
         QFETCH(QString, codeName);
         QFETCH(int, subIndex);

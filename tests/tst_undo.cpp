@@ -3,6 +3,7 @@
 
 #include "support/LayoutFixtures.h"
 #include "support/ManagerFixtures.h"
+#include "support/TableFile.h"
 
 #include "sf/ActionTracker.h"
 #include "sf/Setting.h"
@@ -66,33 +67,7 @@ private slots:
         QCOMPARE(m_manager->undoHistory().size(), 0);
     }
 
-    void editRecords_data() {
-        QTest::addColumn<QString>("codeName");
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<int>("subIndex");
-        QTest::addColumn<bool>("accepted");
-        QTest::addColumn<QStringList>("recorded"); // settings of the recorded group, in order
-
-        QTest::newRow("number clamping two dependents")
-            << "Cells1" << QVariant(10) << -1 << true << QStringList{"Cells1", "Lim1", "Low1"};
-        QTest::newRow("number whose dependents stay in range")
-            << "Cells1" << QVariant(20) << -1 << true << QStringList{"Cells1"};
-        QTest::newRow("number set to its current value")
-            << "Cells1" << QVariant(12) << -1 << true << QStringList();
-        QTest::newRow("bit set to the state it has")
-            << "Flags" << QVariant(true) << 0 << false << QStringList();
-        QTest::newRow("bit changed")
-            << "Flags" << QVariant(true) << 1 << true << QStringList{"Flags"};
-        QTest::newRow("bit beyond the labels")
-            << "Flags" << QVariant(true) << 3 << false << QStringList();
-        QTest::newRow("whole bit field")
-            << "Flags" << QVariant(7) << -1 << true << QStringList{"Flags"};
-        QTest::newRow("check box changed")
-            << "Boxes" << QVariant(true) << 0 << true << QStringList{"Boxes"};
-        QTest::newRow("list to the stored index")
-            << "Screen" << QVariant(1) << -1 << false << QStringList();
-    }
-
+    void editRecords_data() { testsupport::loadTable(); }
     void editRecords() {
         QFETCH(QString, codeName);
         QFETCH(QVariant, value);
@@ -124,19 +99,7 @@ private slots:
         }
     }
 
-    void imageValuesOutOfRange_data() {
-        QTest::addColumn<int>("offset"); // of a two-byte value in the image
-        QTest::addColumn<QByteArray>("value");
-        QTest::addColumn<int>("cells"); // the new value of Cells1
-        QTest::addColumn<int>("recorded");
-        // Lim1 holds 600 although 12 cells allow at most 504: the edit clamps it, and undo
-        // puts back exactly what was there rather than re-evaluating.
-        QTest::newRow("clamped dependents") << 4 << QByteArray::fromHex("0258") << 10 << 3;
-        // Low1 holds 400 although 12 cells allow at most 360: raising Cells1 to 20 leaves it
-        // alone (not recorded), and undoing must not clamp it either.
-        QTest::newRow("dependent left alone") << 6 << QByteArray::fromHex("0190") << 20 << 1;
-    }
-
+    void imageValuesOutOfRange_data() { testsupport::loadTable(); }
     void imageValuesOutOfRange() {
         QFETCH(int, offset);
         QFETCH(QByteArray, value);

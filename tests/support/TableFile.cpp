@@ -85,6 +85,41 @@ void addColumn(const QString& header, Type type) {
     }
 }
 
+QStringList listOf(const QString& cell) {
+    QStringList items;
+    for (const QString& item : cell.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+        items << unescapeCell(item.trimmed());
+    }
+    return items;
+}
+
+// "<none>" is an invalid variant; "int:N", "uint:N", "bool:B", "double:D" and "list:A;B"
+// are typed values; anything else is a text.
+QVariant variantOf(const QString& cell, bool& ok) {
+    const QString kind = cell.section(QLatin1Char(':'), 0, 0);
+    const QString value = cell.section(QLatin1Char(':'), 1);
+    if (cell == QLatin1String("<none>")) {
+        return QVariant();
+    }
+    if (kind == QLatin1String("int")) {
+        return value.toInt(&ok, 0);
+    }
+    if (kind == QLatin1String("uint")) {
+        return value.toUInt(&ok, 0);
+    }
+    if (kind == QLatin1String("list")) {
+        return listOf(value);
+    }
+    if (kind == QLatin1String("bool")) {
+        ok = value == QLatin1String("true") || value == QLatin1String("false");
+        return value == QLatin1String("true");
+    }
+    if (kind == QLatin1String("double")) {
+        return value.toDouble(&ok);
+    }
+    return unescapeCell(cell);
+}
+
 void addCell(QTestData& row, Type type, const QString& cell, const QString& where) {
     bool ok = true;
     switch (type) {
@@ -111,19 +146,14 @@ void addCell(QTestData& row, Type type, const QString& cell, const QString& wher
         row << unescapeCell(cell).toLatin1();
         break;
     case Type::Variant:
-        row << (cell == QLatin1String("<none>") ? QVariant() : QVariant(unescapeCell(cell)));
+        row << variantOf(cell, ok);
         break;
     case Type::Double:
         row << cell.toDouble(&ok);
         break;
-    case Type::List: {
-        QStringList items;
-        for (const QString& item : cell.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
-            items << unescapeCell(item.trimmed());
-        }
-        row << items;
+    case Type::List:
+        row << listOf(cell);
         break;
-    }
     }
     if (!ok) {
         qFatal("%s: bad cell \"%s\"", qPrintable(where), qPrintable(cell));

@@ -10,10 +10,10 @@
 // The first cell of a row is the row's name. Header cells are column names with an
 // optional type: string (the default), int (decimal or 0x...), uint, uint64, double, bool
 // (true/false), bytes (hexadecimal bytes separated by blanks), text (a byte array of the
-// cell's Latin-1 text), variant (a text, or no value for "<none>") or list (texts
-// separated by ";"). Cells are trimmed; inside a cell "\s" is
-// a blank, "\n" a line feed, "\r" a carriage return, "\t" a tab, "\|" a bar, "\xNN" a byte
-// (Latin-1), "\\" a backslash.
+// cell's Latin-1 text), variant (a text; "int:N", "uint:N", "bool:B", "double:D",
+// "list:A;B" typed values; "<none>" no value) or list (texts separated by ";"). Cells
+// are trimmed; inside a cell "\s" is a blank, "\n" a line feed, "\r" a carriage return,
+// "\t" a tab, "\|" a bar, "\xNN" a byte (Latin-1), "\\" a backslash.
 
 #include <QString>
 
