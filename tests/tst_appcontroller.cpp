@@ -2,6 +2,7 @@
 // catalogue lookups, the file workflows with their refusals and questions, single and
 // multiple-file mode, show protected, undo and redo from the menu, removing all firmware.
 #include "support/AppFixture.h"
+#include "support/AppTexts.h"
 #include "support/FirmwareServer.h"
 #include "support/SampleData.h"
 #include "support/TableFile.h"
@@ -67,24 +68,7 @@ private slots:
         QVERIFY(QFileInfo::exists(app.folder.path("data/temp.hex")));
     }
 
-    void startsWithSomethingMissing_data() {
-        QTest::addColumn<QStringList>("remove");
-        QTest::addColumn<QStringList>("shown");
-        QTest::addColumn<bool>("started");
-        QTest::addColumn<bool>("canRead");
-        QTest::newRow("device file")
-            << QStringList{"data/device.txt"}
-            << QStringList{ERROR_NOTFOUND_SUPL.arg(PATH_AND_FILE_DEVICE)} << true << false;
-        QTest::newRow("helper and firmware")
-            << QStringList{"data/serialup.exe", "data/firmware"}
-            << QStringList{ERROR_NOTFOUND_KXS, ERROR_NOTFOUND_SUPL.arg(PATH_AND_FILE_SUPL)} << true
-            << false;
-        QTest::newRow("whole data folder")
-            << QStringList{"data"}
-            << QStringList{ERROR_NOTFOUND_KXS, ERROR_NOTFOUND_SUPL.arg(PATH_AND_FILE_SUPL),
-                           ERROR_WRITE_PERMS.arg(PATH_DATA + FILE_TEMP)}
-            << false << false;
-    }
+    void startsWithSomethingMissing_data() { testsupport::loadTable(); }
     void startsWithSomethingMissing() {
         QFETCH(QStringList, remove);
         QFETCH(QStringList, shown);
@@ -99,7 +83,7 @@ private slots:
         for (const auto& s : app.prompts.shown) {
             texts << s.text;
         }
-        QCOMPARE(texts, shown);
+        QCOMPARE(texts, testsupport::shownTexts(shown));
         QCOMPARE(app.model.getReadEnabled(), canRead);
         // Saving needs a file: none opened without firmware.
         QCOMPARE(app.model.getSaveEnabled(), app.current() != nullptr);
@@ -115,37 +99,20 @@ private slots:
     }
 
     // Save refuses the files the program lives on, and asks before the scratch image.
-    void saveRefusals_data() {
-        QTest::addColumn<QString>("target");
-        QTest::addColumn<QList<QMessageBox::StandardButton>>("answers");
-        QTest::addColumn<QString>("error");
-        QTest::addColumn<bool>("written");
-        using B = QList<QMessageBox::StandardButton>;
-        QTest::newRow("default setup")
-            << "data/firmware/kx4/2025/4.01.kxhex" << B{} << ERROR_BADIDEA << false;
-        QTest::newRow("helper") << "data/serialup.exe" << B{} << ERROR_BADIDEA << false;
-        QTest::newRow("device file") << "data/device.txt" << B{} << ERROR_BADIDEA << false;
-        QTest::newRow("scratch, cancelled")
-            << "data/temp.hex" << B{QMessageBox::Cancel} << QString() << false;
-        QTest::newRow("scratch, confirmed")
-            << "data/temp.hex" << B{QMessageBox::Save} << QString() << true;
-        QTest::newRow("unwritable folder")
-            << "nowhere/x.hex" << B{} << ERROR_SAVEHEX.arg(QString()) << false;
-        QTest::newRow("new file") << "setups/mine.hex" << B{} << QString() << true;
-    }
+    void saveRefusals_data() { testsupport::loadTable(); }
     void saveRefusals() {
         QFETCH(QString, target);
-        QFETCH(QList<QMessageBox::StandardButton>, answers);
+        QFETCH(QStringList, answers);
         QFETCH(QString, error);
         QFETCH(bool, written);
         App app;
         QVERIFY(app.controller.initialize());
         const QByteArray before = digest(target);
         app.prompts.saveNames << app.folder.path(target);
-        app.prompts.answers = answers;
+        app.prompts.answers = testsupport::buttons(answers);
         app.controller.savePressed();
         QCOMPARE(app.prompts.texts(TITLE_ERROR),
-                 error.isEmpty() ? QStringList() : QStringList{error});
+                 error.isEmpty() ? QStringList() : QStringList{testsupport::shownText(error)});
         QCOMPARE(digest(target) != before, written);
         QCOMPARE(app.current()->getTitle(),
                  written ? QFileInfo(target).fileName() : QStringLiteral("New Setup 1.hex"));
@@ -165,18 +132,7 @@ private slots:
     }
 
     // The version of a file to open: recorded and known, recorded and unknown, none.
-    void openAsksForUnknownVersions_data() {
-        QTest::addColumn<QString>("recorded");
-        QTest::addColumn<QString>("question");
-        QTest::addColumn<int>("choice");
-        QTest::addColumn<QString>("opened");
-        QTest::newRow("known") << "3.20" << QString() << -1 << "3.20";
-        QTest::newRow("unknown, chosen")
-            << "9.99" << MESSAGE_SELECT_VERSION_OPEN_MISMATCH.arg("9.99") << 1 << "3.20";
-        QTest::newRow("unknown, cancelled")
-            << "9.99" << MESSAGE_SELECT_VERSION_OPEN_MISMATCH.arg("9.99") << -1 << QString();
-        QTest::newRow("none recorded") << "" << MESSAGE_SELECT_VERSION_OPEN << 1 << "3.20";
-    }
+    void openAsksForUnknownVersions_data() { testsupport::loadTable(); }
     void openAsksForUnknownVersions() {
         QFETCH(QString, recorded);
         QFETCH(QString, question);
@@ -201,7 +157,8 @@ private slots:
                 asked << shown.text;
             }
         }
-        QCOMPARE(asked, question.isEmpty() ? QStringList() : QStringList{question});
+        QCOMPARE(asked, question.isEmpty() ? QStringList()
+                                           : QStringList{testsupport::shownText(question)});
         QCOMPARE(app.model.getFiles().size(), 1); // single-file mode replaces
         QCOMPARE(app.current()->getFWVersion(), opened.isEmpty() ? QStringLiteral("4.01") : opened);
         if (!opened.isEmpty()) {
@@ -318,21 +275,17 @@ private slots:
         QCOMPARE(m->getSettingData(CAPACITY, sf::RoleEdit).toDouble(), before + 1.0);
     }
 
-    void removeAllFirmware_data() {
-        QTest::addColumn<QMessageBox::StandardButton>("answer");
-        QTest::newRow("no") << QMessageBox::No;
-        QTest::newRow("yes") << QMessageBox::Yes;
-    }
+    void removeAllFirmware_data() { testsupport::loadTable(); }
     void removeAllFirmware() {
-        QFETCH(QMessageBox::StandardButton, answer);
+        QFETCH(QStringList, answer);
         App app;
         QVERIFY(app.controller.initialize());
         QFile history(FILE_FIRMWARE_LIST);
         QVERIFY(history.open(QIODevice::WriteOnly));
         history.close();
-        app.prompts.answers << answer;
+        app.prompts.answers << testsupport::buttons(answer);
         app.controller.clearFirmwarePressed();
-        const bool yes = answer == QMessageBox::Yes;
+        const bool yes = answer == QStringList{"Yes"};
         QCOMPARE(app.model.getVersions().isEmpty(), yes);
         QCOMPARE(QFileInfo::exists(FILE_FIRMWARE_LIST), !yes);
         QCOMPARE(QDir(PATH_KXS).entryList(QDir::Files).isEmpty(), yes);

@@ -3,8 +3,10 @@
 // layout under another firmware version, an instrument the catalogue does not know, an
 // instrument that does not answer), and the comparison with the instrument.
 #include "support/AppFixture.h"
+#include "support/AppTexts.h"
 #include "support/CliRunner.h"
 #include "support/Simulator.h"
+#include "support/TableFile.h"
 
 #include "app/Constants.h"
 #include "app/DeviceWorkflow.h"
@@ -23,7 +25,6 @@
 using testsupport::App;
 using testsupport::Simulator;
 using namespace ui;
-using Buttons = QList<QMessageBox::StandardButton>;
 
 namespace {
 
@@ -125,53 +126,13 @@ private slots:
         QCOMPARE(sf::SetupFile::recordedFirmware(saved), QStringLiteral("3.20"));
     }
 
-    void writeChecksVersions_data() {
-        QTest::addColumn<QString>("instrument"); // firmware the simulator runs
-        QTest::addColumn<QString>("enq");        // what it answers, when not its own
-        QTest::addColumn<QStringList>("faults");
-        QTest::addColumn<QString>("file"); // firmware version of the file written
-        QTest::addColumn<Buttons>("answers");
-        QTest::addColumn<QStringList>("shown"); // after the confirmation
-        QTest::addColumn<bool>("written");
-        QTest::newRow("same version")
-            << "3.20"
-            << "" << QStringList() << "3.20" << Buttons{} << QStringList() << true;
-        QTest::newRow("other layout")
-            << "3.20"
-            << "" << QStringList() << "4.01" << Buttons{}
-            << QStringList{ERROR_WRITE_KXS_VERSION_MISMATCH.arg("3.20", "\"4.01\"")} << false;
-        QTest::newRow("layout shared by two versions")
-            << "3.20"
-            << "" << QStringList() << "3.12" << Buttons{}
-            << QStringList{ERROR_WRITE_KXS_VERSION_MISMATCH.arg("3.20", "\"3.12\", \"3.10\"")}
-            << false;
-        QTest::newRow("same layout, other version")
-            << "3.10"
-            << "" << QStringList() << "3.12" << Buttons{} << QStringList() << true;
-        QTest::newRow("unknown instrument, not forced")
-            << "4.01"
-            << "4.99" << QStringList() << "4.01" << Buttons{QMessageBox::No}
-            << QStringList{MESSAGE_WRITE_UNKNOWN_KX_FW.arg("4.99", "4.01")} << false;
-        QTest::newRow("unknown instrument, forced")
-            << "4.01"
-            << "4.99" << QStringList() << "4.01" << Buttons{QMessageBox::Yes}
-            << QStringList{MESSAGE_WRITE_UNKNOWN_KX_FW.arg("4.99", "4.01")} << true;
-        QTest::newRow("no answer, cancelled")
-            << "3.20"
-            << "" << QStringList{"--no-answer"} << "3.20" << Buttons{QMessageBox::Cancel}
-            << QStringList{MESSAGE_WRITE_VERSION_NONE} << false;
-        QTest::newRow("no answer, retried then cancelled")
-            << "3.20"
-            << "" << QStringList{"--no-answer"} << "3.20"
-            << Buttons{QMessageBox::Retry, QMessageBox::Cancel}
-            << QStringList{MESSAGE_WRITE_VERSION_NONE, MESSAGE_WRITE_VERSION_NONE} << false;
-    }
+    void writeChecksVersions_data() { testsupport::loadTable(); }
     void writeChecksVersions() {
         QFETCH(QString, instrument);
         QFETCH(QString, enq);
         QFETCH(QStringList, faults);
         QFETCH(QString, file);
-        QFETCH(Buttons, answers);
+        QFETCH(QStringList, answers);
         QFETCH(QStringList, shown);
         QFETCH(bool, written);
         App app;
@@ -185,7 +146,7 @@ private slots:
         const QByteArray before = digest(state);
 
         app.usePort(sim.port());
-        app.prompts.answers << QMessageBox::Yes << answers;
+        app.prompts.answers << QMessageBox::Yes << testsupport::buttons(answers);
         app.prompts.shown.clear();
         app.controller.writePressed();
         QStringList texts;
@@ -195,7 +156,7 @@ private slots:
         if (!written && shown.size() == 1 && texts.size() > 1) {
             texts = texts.mid(0, 1); // the helper's own report of a failed reset may follow
         }
-        QCOMPARE(texts, shown);
+        QCOMPARE(texts, testsupport::shownTexts(shown));
         QCOMPARE(app.current()->getStatus() == STATUS_WRITE.arg("New Setup 2.hex"), written);
         if (faults.isEmpty()) {
             QCOMPARE(digest(state) != before, written);
@@ -205,22 +166,7 @@ private slots:
     // The firmware update window on a 3.10 instrument whose settings were changed: keep
     // them (read, backed up, converted, shown, flashed), reset them, cancel at the last
     // question, or find no instrument.
-    void firmwareUpdateWindow_data() {
-        QTest::addColumn<bool>("reset");
-        QTest::addColumn<QStringList>("faults");
-        QTest::addColumn<int>("preview"); // what the migration preview is answered with
-        QTest::addColumn<bool>("updated");
-        QTest::addColumn<QStringList>("after"); // NAME=VALUE in the instrument's memory
-        QTest::newRow("settings kept") << false << QStringList() << int(QDialog::Accepted) << true
-                                       << QStringList{"LifeWhA=4680", "BattCapA=21.5"};
-        QTest::newRow("settings reset") << true << QStringList() << int(QDialog::Accepted) << true
-                                        << QStringList{"BattCapA=17.5"};
-        QTest::newRow("cancelled at the preview")
-            << false << QStringList() << int(QDialog::Rejected) << false
-            << QStringList{"BattCapA=21.5"};
-        QTest::newRow("no instrument") << false << QStringList{"--no-answer"}
-                                       << int(QDialog::Accepted) << false << QStringList();
-    }
+    void firmwareUpdateWindow_data() { testsupport::loadTable(); }
     void firmwareUpdateWindow() {
         QFETCH(bool, reset);
         QFETCH(QStringList, faults);
