@@ -6,6 +6,7 @@
 #include "support/FirmwareServer.h"
 #include "support/SampleData.h"
 #include "support/TableFile.h"
+#include "support/TestSupport.h"
 
 #include "app/Constants.h"
 #include "sf/SettingManager.h"
@@ -13,7 +14,6 @@
 #include "ui/KXFileModel.h"
 
 #include <QAction>
-#include <QCryptographicHash>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -28,13 +28,6 @@ QStringList fwVersions(const QList<util::VersionContainer>& versions) {
         names << v.fwVersion;
     }
     return names;
-}
-
-QByteArray digest(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly)
-               ? QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256)
-               : QByteArray();
 }
 
 const QString CAPACITY = QStringLiteral("BattCapA");
@@ -107,13 +100,13 @@ private slots:
         QFETCH(bool, written);
         App app;
         QVERIFY(app.controller.initialize());
-        const QByteArray before = digest(target);
+        const QByteArray before = testsupport::readFile(target);
         app.prompts.saveNames << app.folder.path(target);
         app.prompts.answers = testsupport::buttons(answers);
         app.controller.savePressed();
         QCOMPARE(app.prompts.texts(TITLE_ERROR),
                  error.isEmpty() ? QStringList() : QStringList{testsupport::shownText(error)});
-        QCOMPARE(digest(target) != before, written);
+        QCOMPARE(testsupport::readFile(target) != before, written);
         QCOMPARE(app.current()->getTitle(),
                  written ? QFileInfo(target).fileName() : QStringLiteral("New Setup 1.hex"));
         if (written) {

@@ -7,6 +7,7 @@
 #include "support/CliRunner.h"
 #include "support/Simulator.h"
 #include "support/TableFile.h"
+#include "support/TestSupport.h"
 
 #include "app/Constants.h"
 #include "app/DeviceWorkflow.h"
@@ -19,7 +20,6 @@
 #include "util/KXCommunicator.h"
 #include "util/Uploader.h"
 
-#include <QCryptographicHash>
 #include <QtTest>
 
 using testsupport::App;
@@ -56,13 +56,6 @@ QString renamedFirmware(App& app, const QString& fw, const QString& enq) {
         return QString();
     }
     return out.fileName();
-}
-
-QByteArray digest(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly)
-               ? QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256)
-               : QByteArray();
 }
 
 // A new file of the version with the capacity changed to a value the defaults lack.
@@ -143,7 +136,7 @@ private slots:
         Simulator sim(firmware, state, faults);
         QVERIFY(!sim.port().isEmpty());
         QVERIFY(newEdited(app, file, 31.0));
-        const QByteArray before = digest(state);
+        const QByteArray before = testsupport::readFile(state);
 
         app.usePort(sim.port());
         app.prompts.answers << QMessageBox::Yes << testsupport::buttons(answers);
@@ -159,7 +152,7 @@ private slots:
         QCOMPARE(texts, testsupport::shownTexts(shown));
         QCOMPARE(app.current()->getStatus() == STATUS_WRITE.arg("New Setup 2.hex"), written);
         if (faults.isEmpty()) {
-            QCOMPARE(digest(state) != before, written);
+            QCOMPARE(testsupport::readFile(state) != before, written);
         }
     }
 
