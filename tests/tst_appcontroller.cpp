@@ -14,7 +14,9 @@
 #include "ui/KXFileModel.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 using testsupport::App;
@@ -301,7 +303,19 @@ private slots:
         testsupport::serve(served.path(), "kx4-4.02.zip", zip.readAll());
         testsupport::FirmwareServer server(served.path());
         qputenv("KX_FIRMWARE_URL", server.url().toUtf8());
+        const auto downloaderShown = [] {
+            const QWidgetList windows = QApplication::topLevelWidgets();
+            return std::any_of(windows.begin(), windows.end(), [](QWidget* w) {
+                return w->windowTitle() == "Get New Firmware" && w->isVisible();
+            });
+        };
+        bool shownWhileFetching = false;
+        QTimer look;
+        connect(&look, &QTimer::timeout, this, [&] { shownWhileFetching |= downloaderShown(); });
+        look.start(0);
         app.view.action("getFirmware")->trigger();
+        look.stop();
+        QVERIFY(shownWhileFetching && !downloaderShown());
         QCOMPARE(app.model.getDefaultVersion().fwVersion, QStringLiteral("4.02"));
         QVERIFY(app.model.containsFwVersion("4.02") && app.model.containsFwVersion("4.01"));
         app.view.action("getFirmware")->trigger();

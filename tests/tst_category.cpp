@@ -378,6 +378,12 @@ private slots:
         // The moved row still receives its other presets.
         QVERIFY(category.appendSetting(grid.add("A2")));
         QCOMPARE(grid.at("A2"), QStringLiteral("3:1"));
+        // So does a row that a placement made.
+        auto* d1 = new CategoryIndex(1, -1, nullptr, nullptr, grid.add("D1"));
+        QVERIFY(category.replaceNearest(d1, 0, 0));
+        QVERIFY(category.appendSetting(grid.add("D2")));
+        QCOMPARE(grid.at("D2"), grid.at("D1").replace(QStringLiteral(":0"), QStringLiteral(":1")));
+        QCOMPARE(layoutFault(category), QString());
     }
 
     void move_data() { testsupport::loadTable(); }
