@@ -98,14 +98,17 @@ private slots:
     }
 
     // The group's button unfolds it into one row per box and folds it again; a box
-    // clicked changes its bit.
+    // clicked changes its bit. The table grows and shrinks with its rows (it is shown at
+    // its full height, one below the other).
     void groupUnfoldedAndFolded() {
         Shown s;
         const int rows = s.model.rowCount();
+        const int height = s.view.height();
         auto* button = s.editorAt<sf::ui::BoolButton>(s.at(QStringLiteral("Boxes")));
         QVERIFY(button);
         QTest::mouseClick(button, Qt::LeftButton);
         QCOMPARE(s.model.rowCount(), rows + 3);
+        QCOMPARE(s.view.height(), height + 3 * s.view.rowHeight(0));
         QVERIFY(s.manager.isExpanded(QStringLiteral("Boxes")));
         auto* first = s.editorAt<sf::ui::CheckBoolBox>(s.at(QStringLiteral("Boxes"), 1));
         QVERIFY(first);
@@ -115,6 +118,7 @@ private slots:
         button = s.editorAt<sf::ui::BoolButton>(s.at(QStringLiteral("Boxes")));
         QTest::mouseClick(button, Qt::LeftButton);
         QCOMPARE(s.model.rowCount(), rows);
+        QCOMPARE(s.view.height(), height);
         QVERIFY(!s.manager.isExpanded(QStringLiteral("Boxes")));
     }
 
