@@ -104,11 +104,19 @@ private slots:
         Shown s;
         const int rows = s.model.rowCount();
         const int height = s.view.height();
+        int rowsHeight = 0; // the table shows all its rows, without space to spare
+        for (int row = 0; row < rows; ++row) {
+            rowsHeight += s.view.isRowHidden(row) ? 0 : s.view.rowHeight(row);
+        }
+        QCOMPARE(s.view.viewport()->height(), rowsHeight);
         auto* button = s.editorAt<sf::ui::BoolButton>(s.at(QStringLiteral("Boxes")));
         QVERIFY(button);
         QTest::mouseClick(button, Qt::LeftButton);
         QCOMPARE(s.model.rowCount(), rows + 3);
         QCOMPARE(s.view.height(), height + 3 * s.view.rowHeight(0));
+        // The group's button says what a click does next.
+        QCOMPARE(s.editorAt<sf::ui::BoolButton>(s.at(QStringLiteral("Boxes")))->text(),
+                 QStringLiteral("Hide"));
         QVERIFY(s.manager.isExpanded(QStringLiteral("Boxes")));
         auto* first = s.editorAt<sf::ui::CheckBoolBox>(s.at(QStringLiteral("Boxes"), 1));
         QVERIFY(first);
@@ -119,6 +127,8 @@ private slots:
         QTest::mouseClick(button, Qt::LeftButton);
         QCOMPARE(s.model.rowCount(), rows);
         QCOMPARE(s.view.height(), height);
+        QCOMPARE(s.editorAt<sf::ui::BoolButton>(s.at(QStringLiteral("Boxes")))->text(),
+                 QStringLiteral("Expand"));
         QVERIFY(!s.manager.isExpanded(QStringLiteral("Boxes")));
     }
 
