@@ -20,6 +20,9 @@
 #include "util/KXCommunicator.h"
 #include "util/Uploader.h"
 
+#include <QComboBox>
+#include <QTextEdit>
+#include <QTimer>
 #include <QtTest>
 
 using testsupport::App;
@@ -196,7 +199,23 @@ private slots:
         window->setResetSettings(reset);
         app.prompts.saveNames << app.folder.path("setups/backups/before.hex");
         app.prompts.dialogResults << preview;
+        // While it works, its choices are locked and its log stays readable.
+        int looks = 0;
+        int wrong = 0;
+        QTimer look;
+        connect(&look, &QTimer::timeout, this, [&] {
+            if (window->isBusy()) {
+                const auto boxes = window->findChildren<QComboBox*>();
+                ++looks;
+                wrong += std::any_of(boxes.begin(), boxes.end(),
+                                     [](QComboBox* b) { return b->isEnabled(); }) ||
+                         !window->findChild<QTextEdit*>()->isEnabled();
+            }
+        });
+        look.start(0);
         QCOMPARE(window->startUpdate(), updated);
+        look.stop();
+        QVERIFY(wrong == 0 && (looks > 0 || !updated));
         QCOMPARE(app.controller.firmwareUpdateVersion().fwVersion, QStringLiteral("3.20"));
         QVERIFY(!window->isBusy());
         QCOMPARE(app.prompts.texts(TITLE_ERROR).contains(MESSAGE_UPDATE_VERSION_NONE),
