@@ -15,6 +15,8 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QLabel>
+#include <QProgressBar>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
@@ -303,19 +305,27 @@ private slots:
         testsupport::serve(served.path(), "kx4-4.02.zip", zip.readAll());
         testsupport::FirmwareServer server(served.path());
         qputenv("KX_FIRMWARE_URL", server.url().toUtf8());
-        const auto downloaderShown = [] {
-            const QWidgetList windows = QApplication::topLevelWidgets();
-            return std::any_of(windows.begin(), windows.end(), [](QWidget* w) {
-                return w->windowTitle() == "Get New Firmware" && w->isVisible();
-            });
+        const auto downloader = []() -> QWidget* {
+            for (QWidget* w : QApplication::topLevelWidgets()) {
+                if (w->windowTitle() == "Get New Firmware" && w->isVisible()) {
+                    return w;
+                }
+            }
+            return nullptr;
         };
+        // On screen while it fetches, its messages clear of its progress bar.
         bool shownWhileFetching = false;
         QTimer look;
-        connect(&look, &QTimer::timeout, this, [&] { shownWhileFetching |= downloaderShown(); });
+        connect(&look, &QTimer::timeout, this, [&] {
+            if (QWidget* w = downloader()) {
+                shownWhileFetching |= !w->findChild<QLabel*>()->geometry().intersects(
+                    w->findChild<QProgressBar*>()->geometry());
+            }
+        });
         look.start(0);
         app.view.action("getFirmware")->trigger();
         look.stop();
-        QVERIFY(shownWhileFetching && !downloaderShown());
+        QVERIFY(shownWhileFetching && !downloader());
         QCOMPARE(app.model.getDefaultVersion().fwVersion, QStringLiteral("4.02"));
         QVERIFY(app.model.containsFwVersion("4.02") && app.model.containsFwVersion("4.01"));
         app.view.action("getFirmware")->trigger();
