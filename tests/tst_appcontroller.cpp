@@ -18,7 +18,6 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest>
 
 using testsupport::App;
@@ -315,16 +314,13 @@ private slots:
         };
         // On screen while it fetches, its messages clear of its progress bar.
         bool shownWhileFetching = false;
-        QTimer look;
-        connect(&look, &QTimer::timeout, this, [&] {
+        const auto look = [&] {
             if (QWidget* w = downloader()) {
                 shownWhileFetching |= !w->findChild<QLabel*>()->geometry().intersects(
                     w->findChild<QProgressBar*>()->geometry());
             }
-        });
-        look.start(0);
-        app.view.action("getFirmware")->trigger();
-        look.stop();
+        };
+        testsupport::watchWhile([&] { app.view.action("getFirmware")->trigger(); }, look);
         QVERIFY(shownWhileFetching && !downloader());
         QCOMPARE(app.model.getDefaultVersion().fwVersion, QStringLiteral("4.02"));
         QVERIFY(app.model.containsFwVersion("4.02") && app.model.containsFwVersion("4.01"));

@@ -22,7 +22,6 @@
 
 #include <QComboBox>
 #include <QTextEdit>
-#include <QTimer>
 #include <QtTest>
 
 using testsupport::App;
@@ -202,8 +201,7 @@ private slots:
         // While it works, its choices are locked and its log stays readable.
         int looks = 0;
         int wrong = 0;
-        QTimer look;
-        connect(&look, &QTimer::timeout, this, [&] {
+        const auto look = [&] {
             if (window->isBusy()) {
                 const auto boxes = window->findChildren<QComboBox*>();
                 ++looks;
@@ -211,10 +209,10 @@ private slots:
                                      [](QComboBox* b) { return b->isEnabled(); }) ||
                          !window->findChild<QTextEdit*>()->isEnabled();
             }
-        });
-        look.start(0);
-        QCOMPARE(window->startUpdate(), updated);
-        look.stop();
+        };
+        bool result = false;
+        testsupport::watchWhile([&] { result = window->startUpdate(); }, look);
+        QCOMPARE(result, updated);
         QVERIFY(wrong == 0 && (looks > 0 || !updated));
         QCOMPARE(app.controller.firmwareUpdateVersion().fwVersion, QStringLiteral("3.20"));
         QVERIFY(!window->isBusy());

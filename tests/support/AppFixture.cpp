@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QLabel>
+#include <QTimer>
 
 namespace testsupport {
 
@@ -117,6 +118,14 @@ App::App(bool withData) : folder(withData) {
 
 void App::usePort(const QString& port) {
     prompts.portAnswers.append({ui::PortAnswer::Ok, port});
+}
+
+void watchWhile(const std::function<void()>& action, const std::function<void()>& look) {
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, look);
+    timer.start(0);
+    action();
+    timer.stop();
 }
 
 } // namespace testsupport

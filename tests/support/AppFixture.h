@@ -10,9 +10,7 @@
 
 #include <QTemporaryDir>
 
-// Qt 5 asks for the answers of the message boxes to be declared before data tables hold
-// them.
-Q_DECLARE_METATYPE(QMessageBox::StandardButton)
+#include <functional>
 
 namespace testsupport {
 
@@ -69,6 +67,10 @@ private:
     QTemporaryDir m_dir;
     QString m_previous;
 };
+
+// Runs the action and calls look at every turn of the event loops it spins: how a test
+// sees a window while a long operation runs.
+void watchWhile(const std::function<void()>& action, const std::function<void()>& look);
 
 struct App {
     RuntimeCopy folder;
