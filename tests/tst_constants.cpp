@@ -56,11 +56,7 @@ private slots:
         for (const auto& [name, value] : shown) {
             text += QStringLiteral("== %1 ==\n%2\n").arg(name, value);
         }
-        const QString path = testsupport::sourceDir() + QStringLiteral("/tests/data/constants.txt");
-        if (qEnvironmentVariableIsSet("KX_UPDATE_TRANSCRIPTS")) {
-            QVERIFY(testsupport::writeFile(path, text.toUtf8()));
-        }
-        QCOMPARE(QString::fromUtf8(testsupport::readFile(path)), text);
+        QCOMPARE(text, testsupport::expectedText(QStringLiteral("constants.txt"), text));
     }
 
     void swLinkIsEmbeddable() {

@@ -3,6 +3,7 @@
 // sysfs and /proc tree, and a real enquiry over a pseudo-terminal to the simulator.
 #include "support/CliRunner.h"
 #include "support/Simulator.h"
+#include "support/TableFile.h"
 #include "support/TestSupport.h"
 
 #include "util/ConnectionDoctor.h"
@@ -55,26 +56,12 @@ const SerialSystem::Access forbidden{true,
                                      QStringLiteral("dialout"),
                                      QStringLiteral("crw-rw----")};
 
-// The expected reports: "== row name ==" then the report, then "exit: ok|problem".
-QHash<QString, QString> expectedReports() {
-    QFile file(testsupport::sourceDir() + QStringLiteral("/tests/data/doctor-reports.txt"));
-    QHash<QString, QString> reports;
-    if (!file.open(QIODevice::ReadOnly)) {
-        return reports;
-    }
-    QString name;
-    for (const QString& line : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'))) {
-        if (line.startsWith(QLatin1String("== ")) && line.endsWith(QLatin1String(" =="))) {
-            name = line.mid(3, line.size() - 6);
-        } else if (!name.isEmpty()) {
-            reports[name] += line + QLatin1Char('\n');
-        }
-    }
-    for (QString& text : reports) {
-        text = text.trimmed();
-    }
-    return reports;
-}
+// The adapters a scene can plug in, by the name its table uses.
+const QHash<QString, SerialSystem::Adapter> ADAPTERS{
+    {QStringLiteral("ch340"),
+     {"/dev/ttyUSB0", "1a86", "7523", "ch341-uart", "USB Serial"}},
+    {QStringLiteral("ftdi"), {"/dev/ttyUSB1", "0403", "6001", QString(), "FT232R USB UART"}},
+    {QStringLiteral("arduino"), {"/dev/ttyACM0", "2341", "0043", "cdc_acm", QString()}}};
 
 bool link(const QString& target, const QString& path) {
     return QDir().mkpath(QFileInfo(path).absolutePath()) && QFile::link(target, path);
@@ -84,79 +71,45 @@ bool link(const QString& target, const QString& path) {
 
 class TestDoctor : public QObject {
     Q_OBJECT
-    QString recorded; // the reports, when KX_UPDATE_TRANSCRIPTS asks to record them
 
 private slots:
-    void cleanupTestCase() {
-        if (!recorded.isEmpty()) {
-            QFile file(testsupport::sourceDir() + QStringLiteral("/tests/data/doctor-reports.txt"));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write("# What the connection doctor reports in each scene of tst_doctor's report\n"
-                       "# table, and whether it counts as a problem.\n\n");
-            file.write(recorded.toUtf8());
-        }
-    }
-
-    void report_data() {
-        QTest::addColumn<QString>("scene");
-        for (const char* scene :
-             {"no adapter", "adapter of an unknown kind", "several adapters", "port named",
-              "port missing", "not in the group", "joined the group after logging in",
-              "port held by another program", "ModemManager running", "no answer"}) {
-            QTest::newRow(scene) << QString::fromLatin1(scene);
-        }
-    }
-
+    // One scene per row: the adapters plugged in, the port named, the examined port's
+    // access, the user's groups, a program holding the port, ModemManager, the answer.
+    // The report, to the letter, is in tests/data/doctor/ under the row's name.
+    void report_data() { testsupport::loadTable(); }
     void report() {
-        QFETCH(QString, scene);
+        QFETCH(QStringList, adapters);
+        QFETCH(QString, port);
+        QFETCH(QString, access);
+        QFETCH(QStringList, groups);
+        QFETCH(QString, holder);
+        QFETCH(bool, modemManager);
+        QFETCH(QString, answer);
+        QFETCH(bool, asked);
         FakeSystem system;
-        system.answer = QStringLiteral("3.10");
-        const SerialSystem::Adapter ch340{QStringLiteral("/dev/ttyUSB0"), QStringLiteral("1a86"),
-                                          QStringLiteral("7523"), QStringLiteral("ch341-uart"),
-                                          QStringLiteral("USB Serial")};
-        system.adapterList = {ch340};
-        system.devices.insert(QStringLiteral("/dev/ttyUSB0"), usable);
-        QString port;
-        if (scene == QLatin1String("no adapter")) {
-            system.adapterList.clear();
-        } else if (scene == QLatin1String("adapter of an unknown kind")) {
-            system.adapterList = {{QStringLiteral("/dev/ttyACM0"), QStringLiteral("2341"),
-                                   QStringLiteral("0043"), QStringLiteral("cdc_acm"), QString()}};
-            system.devices.insert(QStringLiteral("/dev/ttyACM0"), usable);
-        } else if (scene == QLatin1String("several adapters")) {
-            system.adapterList << SerialSystem::Adapter{
-                QStringLiteral("/dev/ttyUSB1"), QStringLiteral("0403"), QStringLiteral("6001"),
-                QString(), QStringLiteral("FT232R USB UART")};
-        } else if (scene == QLatin1String("port named")) {
-            port = QStringLiteral("/tmp/kx");
-            system.devices.insert(port, usable);
-        } else if (scene == QLatin1String("port missing")) {
-            port = QStringLiteral("/dev/ttyUSB7");
-        } else if (scene == QLatin1String("not in the group")) {
-            system.devices.insert(QStringLiteral("/dev/ttyUSB0"), forbidden);
-        } else if (scene == QLatin1String("joined the group after logging in")) {
-            system.devices.insert(QStringLiteral("/dev/ttyUSB0"), forbidden);
-            system.groups << QStringLiteral("dialout");
-        } else if (scene == QLatin1String("port held by another program")) {
-            system.holderList = {{4242, QStringLiteral("minicom")}};
-        } else if (scene == QLatin1String("ModemManager running")) {
-            system.modemManager = true;
-        } else if (scene == QLatin1String("no answer")) {
-            system.answer.clear();
+        for (const QString& name : adapters) {
+            system.adapterList << ADAPTERS.value(name);
+            system.devices.insert(ADAPTERS.value(name).device, usable);
         }
+        const QString examined = port.isEmpty() ? system.adapterList.value(0).device : port;
+        if (access != QLatin1String("missing")) {
+            system.devices.insert(examined, access == QLatin1String("usable") ? usable : forbidden);
+        }
+        system.groups = groups;
+        if (!holder.isEmpty()) {
+            system.holderList = {{4242, holder}};
+        }
+        system.modemManager = modemManager;
+        system.answer = answer;
         const util::DoctorReport report = util::examineConnection(system, port);
         const QString shown = report.text() + QStringLiteral("\nexit: ") +
                               (report.ok() ? QStringLiteral("ok") : QStringLiteral("problem"));
-        if (qEnvironmentVariableIsSet("KX_UPDATE_TRANSCRIPTS")) {
-            recorded += QStringLiteral("== %1 ==\n%2\n\n").arg(scene, shown);
-        } else {
-            QCOMPARE(shown, expectedReports().value(scene));
-        }
+        const QString name = QStringLiteral("doctor/%1.txt")
+                                 .arg(QString::fromLatin1(QTest::currentDataTag()))
+                                 .replace(QLatin1Char(' '), QLatin1Char('-'));
+        QCOMPARE(shown, testsupport::expectedText(name, shown));
         // The instrument is asked only when the port is there, open to the user and free.
-        const bool reachable = report.findings.last().kind == util::DoctorFinding::Fine ||
-                               scene == QLatin1String("no answer") ||
-                               scene == QLatin1String("ModemManager running");
-        QCOMPARE(system.asked, reachable ? QStringList{report.port} : QStringList());
+        QCOMPARE(system.asked, asked ? QStringList{report.port} : QStringList());
     }
 
     // The machine's view over a fake tree: a CH340 behind a USB-serial interface, an

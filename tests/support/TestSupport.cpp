@@ -17,4 +17,12 @@ QByteArray readFile(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
 }
 
+QString expectedText(const QString& name, const QString& seen) {
+    const QString path = sourceDir() + QStringLiteral("/tests/data/") + name;
+    if (qEnvironmentVariableIsSet("KX_UPDATE_TRANSCRIPTS")) {
+        writeFile(path, seen.toUtf8());
+    }
+    return QString::fromUtf8(readFile(path));
+}
+
 } // namespace testsupport

@@ -26,5 +26,8 @@ inline QString sourceDir() {
 bool writeFile(const QString& path, const QByteArray& bytes);
 // The file's bytes, or "<unreadable>" (which no test file holds).
 QByteArray readFile(const QString& path);
+// The expected text kept in tests/data/NAME, for a QCOMPARE with what a test saw; with
+// KX_UPDATE_TRANSCRIPTS=1 the file is written with the seen text instead.
+QString expectedText(const QString& name, const QString& seen);
 
 } // namespace testsupport
