@@ -186,10 +186,7 @@ private slots:
         App app;
         QVERIFY(app.controller.initialize());
         const QString path = app.folder.path("setups/broken.hex");
-        QFile out(path);
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        out.write(":10000000ZZ\r\n");
-        out.close();
+        QVERIFY(testsupport::writeFile(path, ":10000000ZZ\r\n"));
         app.prompts.openNames << path;
         app.prompts.versionChoices << 0;
         app.controller.openPressed();
@@ -276,9 +273,7 @@ private slots:
         QFETCH(QStringList, answer);
         App app;
         QVERIFY(app.controller.initialize());
-        QFile history(FILE_FIRMWARE_LIST);
-        QVERIFY(history.open(QIODevice::WriteOnly));
-        history.close();
+        QVERIFY(testsupport::writeFile(FILE_FIRMWARE_LIST, QByteArray()));
         app.prompts.answers << testsupport::buttons(answer);
         app.controller.clearFirmwarePressed();
         const bool yes = answer == QStringList{"Yes"};
@@ -299,9 +294,8 @@ private slots:
         QVERIFY(testsupport::writeZip(
             served.filePath("kx4-4.02.zip"),
             {{"firmware/kx4/2026/4.02.kxhex", testsupport::newFirmware("4.02", "KX4-4.01")}}));
-        QFile zip(served.filePath("kx4-4.02.zip"));
-        QVERIFY(zip.open(QIODevice::ReadOnly));
-        testsupport::serve(served.path(), "kx4-4.02.zip", zip.readAll());
+        testsupport::serve(served.path(), "kx4-4.02.zip",
+                           testsupport::readFile(served.filePath("kx4-4.02.zip")));
         testsupport::FirmwareServer server(served.path());
         qputenv("KX_FIRMWARE_URL", server.url().toUtf8());
         const auto downloader = []() -> QWidget* {

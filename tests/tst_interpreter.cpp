@@ -5,6 +5,7 @@
 #include "sf/parser/Interpreter.h"
 #include "support/LanguageSupport.h"
 #include "support/TableFile.h"
+#include "support/TestSupport.h"
 
 #include "kxs/compiler/KxsWriter.h"
 
@@ -283,10 +284,7 @@ private slots:
         QVERIFY(
             writer.addSetting(QStringLiteral("BattVolt2"), 0x1234, 4, QStringLiteral("num, s32")));
         const QString path = dir.filePath(QStringLiteral("layout.kxs"));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(writer.toBytes());
-        file.close();
+        QVERIFY(testsupport::writeFile(path, writer.toBytes()));
 
         Interpreter interpreter;
         QVERIFY(!interpreter.loadKxs(dir.filePath(QStringLiteral("missing.kxs"))));

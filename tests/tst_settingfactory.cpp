@@ -23,14 +23,6 @@ QString examplesPath() {
     return testsupport::sourceDir() + QStringLiteral("/tests/data/setting-kinds-examples.txt");
 }
 
-QStringList readLines(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        return {};
-    }
-    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-}
-
 struct Example {
     QString codeName;
     QByteArray bytes;
@@ -42,7 +34,8 @@ struct Example {
 QList<Example> buildExamples(FakeSettingHost& host, QStringList* failures) {
     const QString sep = QStringLiteral(" ## ");
     QList<Example> examples;
-    for (const QString& line : readLines(examplesPath())) {
+    for (const QString& line :
+         QString::fromUtf8(testsupport::readFile(examplesPath())).split(QLatin1Char('\n'))) {
         if (line.trimmed().isEmpty() || line.startsWith(QLatin1Char('#'))) {
             continue;
         }

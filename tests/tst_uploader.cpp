@@ -26,11 +26,6 @@ const QString Found =
 const QString Done = QStringLiteral("print All operations completed succesfully!\\n\n");
 const QString SearchArgs = QStringLiteral("-s|%1|-b").arg(Port);
 
-bool writeText(const QString& path, const QString& text) {
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(text.toUtf8()) >= 0;
-}
-
 QStringList lines(const QString& path) {
     QFile f(path);
     return f.open(QIODevice::ReadOnly)
@@ -54,7 +49,7 @@ class TestUploader : public QObject {
 
     // A fresh driver on the test port with the script; calls and pids cleared.
     void script(const QString& text) {
-        QVERIFY(writeText(QStringLiteral("data/script.txt"), text));
+        QVERIFY(testsupport::writeFile(QStringLiteral("data/script.txt"), text.toUtf8()));
         QFile::remove(QStringLiteral("data/calls.txt"));
         QFile::remove(QStringLiteral("data/pids.txt"));
     }
@@ -82,11 +77,10 @@ private slots:
         for (int i = 3; i < 14; ++i) {
             fields += QStringLiteral("\tf%1").arg(i);
         }
-        QVERIFY(writeText(QStringLiteral("data/device.txt"),
-                          QStringLiteral("KX 0x1234\t\t115200\tKorvex KX3") + fields +
-                              QStringLiteral("\t0\t0x1ff\t0x108\n"
-                                             "KX 0xBAD1\t9600\tBroken") +
-                              fields + QStringLiteral("\t0\tzz\t8\n")));
+        const QString device = QStringLiteral("KX 0x1234\t\t115200\tKorvex KX3") + fields +
+                               QStringLiteral("\t0\t0x1ff\t0x108\nKX 0xBAD1\t9600\tBroken") +
+                               fields + QStringLiteral("\t0\tzz\t8\n");
+        QVERIFY(testsupport::writeFile(QStringLiteral("data/device.txt"), device.toUtf8()));
         qputenv(Uploader::EXTRA_PORTS_VARIABLE, Port.toUtf8());
         Uploader::setWaits(700, 900, 400);
     }

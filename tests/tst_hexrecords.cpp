@@ -1,6 +1,8 @@
-// Turning raw settings into records and merging records into a loaded image.
+// Intel HEX records: checksums and text form, trimming, splitting, copies; raw settings
+// turned into records and records merged into a loaded image.
 #include "sf/RawSetting.h"
 #include "sf/parser/HexParser.h"
+#include "sf/parser/Inhex32Entry.h"
 #include "support/HexFixtures.h"
 #include "support/TableFile.h"
 
@@ -10,12 +12,91 @@
 #include <random>
 
 using sf::parser::HexParser;
+using sf::parser::Inhex32Entry;
 using sf::parser::RecordList;
 namespace hex = testsupport::hex;
 
-class TestHexParserMerge : public QObject {
+namespace {
+
+QByteArray pattern(int length, int seed = 0) {
+    QByteArray b;
+    for (int i = 0; i < length; ++i) {
+        b.append(static_cast<char>((i * 7 + seed) & 0xFF));
+    }
+    return b;
+}
+
+} // namespace
+
+class TestHexRecords : public QObject {
     Q_OBJECT
 private slots:
+    void textForm_data() { testsupport::loadTable(); }
+
+    void textForm() {
+        QFETCH(int, type);
+        QFETCH(int, address);
+        QFETCH(QByteArray, data);
+        QFETCH(QString, expected);
+        Inhex32Entry e(static_cast<quint8>(type), static_cast<quint16>(address), data);
+        QCOMPARE(e.toString(255), expected);
+        QCOMPARE(e.getDataBytes(), data);
+        QCOMPARE(e.getData() == nullptr, data.isEmpty());
+        QCOMPARE(e.getChecksum(),
+                 hex::checksum(static_cast<quint8>(type), static_cast<quint16>(address), data));
+    }
+
+    void toStringSplitsLongRecords() {
+        const QByteArray data = pattern(20);
+        Inhex32Entry e(0, 0x0010, data);
+        QCOMPARE(e.toString(8), QString::fromLatin1(hex::dataLine(0x0010, data.left(8)) +
+                                                    hex::dataLine(0x0018, data.mid(8, 8)) +
+                                                    hex::dataLine(0x0020, data.mid(16))));
+        QCOMPARE(e.toString(0), QString::fromLatin1(hex::dataLine(0x0010, data)));
+        QCOMPARE(Inhex32Entry(0, 0, pattern(300)).getLength(), quint8(255)); // cut to one record
+    }
+
+    void trim_data() { testsupport::loadTable(); }
+
+    void trim() {
+        QFETCH(bool, left);
+        QFETCH(int, length);
+        QFETCH(int, address);
+        QFETCH(int, n);
+        QFETCH(int, newLength);
+        QFETCH(int, newAddress);
+        const QByteArray data = pattern(length, 3);
+        Inhex32Entry e(0, static_cast<quint16>(address), data);
+        QCOMPARE(left ? e.removeFromLeft(n) : e.removeFromRight(n), newLength);
+        QCOMPARE(static_cast<int>(e.getAddress()), newAddress);
+        QCOMPARE(e.getDataBytes(), left ? data.right(newLength) : data.left(newLength));
+        QCOMPARE(e.getChecksum(), hex::checksum(0, e.getAddress(), e.getDataBytes()));
+    }
+
+    void split_data() { testsupport::loadTable(); }
+
+    void split() {
+        QFETCH(int, length);
+        QFETCH(int, a);
+        QFETCH(int, b);
+        QFETCH(bool, splits);
+        const QByteArray data = pattern(length, 11);
+        Inhex32Entry e(0x00, 0x1000, data);
+        std::unique_ptr<Inhex32Entry> tail = e.split(a, b);
+        QCOMPARE(tail != nullptr, splits);
+        if (!splits) {
+            QCOMPARE(e.getDataBytes(), data);
+            return;
+        }
+        // Bytes 0..a stay, b..end move to a record at address + b.
+        QCOMPARE(e.getDataBytes(), data.left(a + 1));
+        QCOMPARE(e.getAddress(), quint16(0x1000));
+        QCOMPARE(tail->getDataBytes(), data.mid(b));
+        QCOMPARE(tail->getAddress(), quint16(0x1000 + b));
+        QCOMPARE(e.getChecksum(), hex::checksum(0, 0x1000, e.getDataBytes()));
+        QCOMPARE(tail->getChecksum(), hex::checksum(0, tail->getAddress(), tail->getDataBytes()));
+    }
+
     void rawSettingsAsRecords_data() { testsupport::loadTable(); }
 
     void rawSettingsAsRecords() {
@@ -128,5 +209,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestHexParserMerge)
-#include "tst_hexparser_merge.moc"
+QTEST_GUILESS_MAIN(TestHexRecords)
+#include "tst_hexrecords.moc"

@@ -1,20 +1,23 @@
-// One cell of a category grid: construction limits, the reference it holds on its
-// setting, sibling unlinking and the destruction of the chain below it.
-
+// One cell of a category grid: construction limits, the reference it holds on its setting,
+// sibling unlinking and the destruction of the chain below it. Running offsets of row
+// heights: positions to rows and back, against a plain sum.
 #include "sf/CategoryIndex.h"
+#include "sf/RowSpans.h"
 #include "support/CategoryFixtures.h"
 #include "support/TableFile.h"
 
 #include <QPointer>
+#include <QRandomGenerator>
 #include <QtTest>
 
 #include <vector>
 
 using sf::CategoryIndex;
+using sf::RowSpans;
 using testsupport::FakeSettingHost;
 using testsupport::PlainSetting;
 
-class TestCategoryIndex : public QObject {
+class TestCategoryCells : public QObject {
     Q_OBJECT
 
 private slots:
@@ -122,7 +125,56 @@ private slots:
         QCOMPARE(column[3]->getVirtualOffset(), 7);
         delete column[0];
     }
+
+    void lookups_data() { testsupport::loadTable(); }
+
+    void lookups() {
+        QFETCH(QString, spans);
+        QFETCH(int, position);
+        QFETCH(int, row);
+        QFETCH(int, offset);
+        RowSpans rows;
+        for (const QString& span : spans.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+            rows.append(span.toInt());
+        QCOMPARE(rows.rowAt(position), row);
+        QCOMPARE(rows.offset(row < 0 ? rows.count() : row), row < 0 ? rows.total() : offset);
+    }
+
+    void randomEditsMatchPlainSums() {
+        QRandomGenerator rng(7);
+        RowSpans rows;
+        std::vector<int> plain;
+        for (int round = 0; round < 3000; ++round) {
+            if (plain.empty() || rng.bounded(3) == 0) {
+                const int span = rng.bounded(4);
+                rows.append(span);
+                plain.push_back(span);
+            } else {
+                const int row = rng.bounded(static_cast<int>(plain.size()));
+                const int span = rng.bounded(6);
+                rows.set(row, span);
+                plain[static_cast<std::size_t>(row)] = span;
+            }
+            const int probe = rng.bounded(static_cast<int>(plain.size()) + 1);
+            int sum = 0;
+            for (int row = 0; row < probe; ++row)
+                sum += plain[static_cast<std::size_t>(row)];
+            QCOMPARE(rows.offset(probe), sum);
+            if (probe < static_cast<int>(plain.size()) &&
+                plain[static_cast<std::size_t>(probe)] > 0)
+                QCOMPARE(rows.rowAt(sum + rng.bounded(plain[static_cast<std::size_t>(probe)])),
+                         probe);
+        }
+        int total = 0;
+        for (int span : plain)
+            total += span;
+        QCOMPARE(rows.total(), total);
+        QCOMPARE(rows.rowAt(total), -1);
+        rows.set(-1, 5); // ignored
+        rows.set(rows.count(), 5);
+        QCOMPARE(rows.total(), total);
+    }
 };
 
-QTEST_GUILESS_MAIN(TestCategoryIndex)
-#include "tst_categoryindex.moc"
+QTEST_GUILESS_MAIN(TestCategoryCells)
+#include "tst_categorycells.moc"

@@ -1,11 +1,14 @@
-// The layout file reader: header validation, lookup by name and type, sequential
-// iteration and its cursor, and the refusal of damaged entries without reading outside
-// the file.
+// The layout file format. The writer: the bytes of the header, names table and data it
+// produces, and the values it refuses (the compiler's source rules and messages:
+// kxs-compile.t). The reader: header validation, lookup by name and type, sequential
+// iteration and its cursor, and the refusal of damaged entries without reading outside the
+// file.
 #include "kxs/KxsFormat.h"
 #include "kxs/compiler/KxsWriter.h"
 #include "kxs/parser/KxsParser.h"
 #include "support/LayoutFixtures.h"
 #include "support/TableFile.h"
+#include "support/TestSupport.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -47,7 +50,7 @@ RawLayout typedLayout(const QList<int>& types) {
 
 } // namespace
 
-class TestKxsParser : public QObject {
+class TestKxsFormat : public QObject {
     Q_OBJECT
 
     // Outputs of the reader calls, shared by every test.
@@ -55,6 +58,59 @@ class TestKxsParser : public QObject {
     const char* d = nullptr;
 
 private slots:
+    void writerLayout() {
+        KxsWriter w;
+        QVERIFY(w.setVersion(QStringLiteral("V1")));
+        w.setFormat(1001);
+        QVERIFY(w.addString(QStringLiteral("AB"), QStringLiteral("xyz")));
+        QVERIFY(w.addInteger(QStringLiteral("C"), 0x0102, 2));
+        const QByteArray bytes = w.toBytes();
+
+        // Header, names table (13 + 12 bytes) straight after it, then the data (3 + 2 bytes).
+        QCOMPARE(bytes.left(6), QByteArray("KXDATA"));
+        QCOMPARE(bytes.mid(6, 16), QByteArray("V1") + QByteArray(14, '\0'));
+        QCOMPARE(kxs::readLE16(bytes.constData() + 22), quint16(1001));
+        QCOMPARE(kxs::readLE32(bytes.constData() + 24), 40u);
+        QCOMPARE(kxs::readLE32(bytes.constData() + 28), 25u);
+        QCOMPARE(kxs::readLE32(bytes.constData() + 32), 65u);
+        QCOMPARE(kxs::readLE32(bytes.constData() + 36), 5u);
+        QCOMPARE(bytes.size(), 70);
+        QCOMPARE(bytes.mid(40, 13), QByteArray::fromHex("0d0300000000030000004142") + '\0');
+        QCOMPARE(bytes.mid(53, 12),
+                 QByteArray::fromHex("0c020300000002000000") + QByteArray("C\0", 2));
+        QCOMPARE(bytes.mid(65), QByteArray::fromHex("78797a0201"));
+    }
+
+    void writerRefusals_data() { testsupport::loadTable(); }
+
+    void writerRefusals() {
+        QFETCH(int, kind);
+        QFETCH(QString, text);
+        QFETCH(quint64, value);
+        QFETCH(int, size);
+        KxsWriter w;
+        QVERIFY(w.addInteger(QStringLiteral("First"), 1, 1));
+        const QByteArray before = w.toBytes();
+        bool ok = true;
+        switch (kind) {
+        case 0:
+            ok = w.addInteger(QStringLiteral("I"), value, size);
+            break;
+        case 1:
+            ok = w.addString(text, QStringLiteral("x"));
+            break;
+        case 2:
+            ok = w.addCategory(QStringLiteral("C"), QStringLiteral("t"), text);
+            break;
+        default:
+            ok = w.setVersion(text);
+        }
+        QVERIFY(!ok);
+        QVERIFY(!w.errorString().isEmpty());
+        QCOMPARE(w.entryCount(), 1);
+        QCOMPARE(w.toBytes(), before);
+    }
+
     void open_data() {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<bool>("accepted");
@@ -132,10 +188,7 @@ private slots:
         QVERIFY(w.setVersion(QStringLiteral("KX3-1.00")));
         QVERIFY(w.addInteger(QStringLiteral("N"), 7, 1));
         const QString path = dir.filePath(QStringLiteral("a.kxs"));
-        QFile f(path);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(w.toBytes());
-        f.close();
+        QVERIFY(testsupport::writeFile(path, w.toBytes()));
 
         KxsParser p;
         QVERIFY(!p.openKxsFile(QString()));
@@ -354,5 +407,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestKxsParser)
-#include "tst_kxsparser.moc"
+QTEST_GUILESS_MAIN(TestKxsFormat)
+#include "tst_kxsformat.moc"
