@@ -1,12 +1,11 @@
 #include "support/AppFixture.h"
 
-#include "support/TestSupport.h"
+#include "support/FirmwareServer.h"
 
 #include "app/Constants.h"
 
 #include <QDialog>
 #include <QDir>
-#include <QDirIterator>
 #include <QLabel>
 #include <QTimer>
 
@@ -80,24 +79,9 @@ int ScriptedPrompts::run(QDialog& dialog) {
     return dialogResults.isEmpty() ? QDialog::Accepted : dialogResults.takeFirst();
 }
 
-RuntimeCopy::RuntimeCopy(bool withData) : m_previous(QDir::currentPath()) {
-    if (withData) {
-        const QDir from(runtimeDir() + QStringLiteral("/data"));
-        QDirIterator it(from.path(), QDir::Files, QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            const QString source = it.next();
-            const QString relative = from.relativeFilePath(source);
-            if (relative.startsWith(QLatin1String("CMakeFiles")) ||
-                relative.endsWith(QLatin1String(".cmake")) ||
-                relative.endsWith(QLatin1String(".log")) || relative == ui::FILE_TEMP) {
-                continue;
-            }
-            const QString target = m_dir.filePath(QStringLiteral("data/") + relative);
-            QDir().mkpath(QFileInfo(target).absolutePath());
-            QFile::copy(source, target);
-        }
-        QDir().mkpath(m_dir.filePath(QStringLiteral("setups")));
-    }
+RuntimeCopy::RuntimeCopy() : m_previous(QDir::currentPath()) {
+    copyDataFolder(m_dir.path());
+    QDir().mkpath(m_dir.filePath(QStringLiteral("setups")));
     QDir::setCurrent(m_dir.path());
 }
 
@@ -109,7 +93,7 @@ QString RuntimeCopy::path(const QString& relative) const {
     return m_dir.filePath(relative);
 }
 
-App::App(bool withData) : folder(withData) {
+App::App() {
     controller.setModel(&model);
     controller.setView(&view);
     controller.setPrompts(&prompts);

@@ -53,11 +53,11 @@ public:
     QString lastDialogText;
 };
 
-// A working directory for one test: a copy of the runtime folder's data/ (or nothing),
-// entered for the fixture's life.
+// A working directory for one test: a copy of the runtime folder's data/ and an empty
+// setups/ folder, entered for the fixture's life.
 class RuntimeCopy {
 public:
-    explicit RuntimeCopy(bool withData = true);
+    RuntimeCopy();
     ~RuntimeCopy();
     RuntimeCopy(const RuntimeCopy&) = delete;
     RuntimeCopy& operator=(const RuntimeCopy&) = delete;
@@ -78,7 +78,7 @@ struct App {
     ui::AppModel model;
     ui::AppController controller;
     ScriptedPrompts prompts;
-    explicit App(bool withData = true);
+    App();
     ui::KXFileModel* current() const { return controller.currentFile(); }
     // The serial port dialog answered with this path next.
     void usePort(const QString& port);

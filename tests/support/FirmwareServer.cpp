@@ -103,7 +103,8 @@ QString copyDataFolder(const QString& to) {
     while (it.hasNext()) {
         const QString source = it.next();
         const QString relative = from.relativeFilePath(source);
-        if (relative.startsWith("CMakeFiles") || relative.endsWith(".cmake")) {
+        if (relative.startsWith("CMakeFiles") || relative.endsWith(".cmake") ||
+            relative.endsWith(".log") || relative == "temp.hex") {
             continue;
         }
         QDir().mkpath(QFileInfo(to + "/data/" + relative).absolutePath());
