@@ -1,17 +1,62 @@
-// The shared constants: path composition, the exact user-visible texts (including the
-// historical spelling slips the users know) and their %N placeholders.
+// Texts to the letter. Every transcript under tests/data/transcripts/: the commands' output
+// must equal the recorded one. The shared constants: path composition, the exact
+// user-visible texts (including the historical spelling slips the users know) and their %N
+// placeholders. KX_UPDATE_TRANSCRIPTS=1 rewrites the expected files with what is seen (read
+// the diff before committing it).
 #include "app/Constants.h"
 #include "support/TestSupport.h"
+#include "support/Transcript.h"
 
+#include <QDir>
+#include <QFile>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace ui;
 
-class TestConstants : public QObject {
+class TestTexts : public QObject {
     Q_OBJECT
-
 private slots:
+    void transcript_data() {
+        QTest::addColumn<QString>("path");
+        const QDir dir(testsupport::sourceDir() + QStringLiteral("/tests/data/transcripts"));
+        for (const QString& name :
+             dir.entryList({QStringLiteral("*.t")}, QDir::Files, QDir::Name)) {
+            QTest::newRow(qPrintable(name)) << dir.filePath(name);
+        }
+    }
+
+    void transcript() {
+        QFETCH(QString, path);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray expected = file.readAll();
+        file.close();
+        QTemporaryDir tmp;
+        QVERIFY(tmp.isValid());
+        const QByteArray actual = testsupport::runTranscript(
+            expected, {testsupport::runtimeDir(), testsupport::sourceDir(), tmp.path()});
+        if (actual == expected) {
+            return;
+        }
+        if (qgetenv("KX_UPDATE_TRANSCRIPTS") == "1") {
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(actual) == actual.size());
+            return;
+        }
+        const QList<QByteArray> a = actual.split('\n');
+        const QList<QByteArray> e = expected.split('\n');
+        int line = 0;
+        while (line < a.size() && line < e.size() && a[line] == e[line]) {
+            ++line;
+        }
+        QFAIL(qPrintable(
+            QStringLiteral("%1:%2: expected\n%3\nbut got\n%4")
+                .arg(path)
+                .arg(line + 1)
+                .arg(QString::fromUtf8(e.value(line)), QString::fromUtf8(a.value(line)))));
+    }
+
     void pathsEndWithSeparator() {
         for (const QString& path : {PATH_APP, PATH_DATA, PATH_SAVED, PATH_BACKUPS, PATH_FW,
                                     PATH_KXS, PATH_MAP, PATH_DEFAULT, PATH_HELP}) {
@@ -80,5 +125,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestConstants)
-#include "tst_constants.moc"
+QTEST_GUILESS_MAIN(TestTexts)
+#include "tst_texts.moc"

@@ -1,26 +1,37 @@
-// End to end through the real main window: open a sample setup from the File menu, edit
-// a cell with its editor, save with the keyboard, open the file again in a new window:
-// the value is there. Also the window's commands follow the model's states, and the
-// status bar shows the current file's status.
-#include "support/AppFixture.h"
-#include "support/TestSupport.h"
-
+// The windows. End to end through the real main window: open a sample setup from the File
+// menu, edit a cell with its editor, save with the keyboard, open the file again in a new
+// window: the value is there; the window's commands follow the model's states, and the
+// status bar shows the current file's status. The dialogs the workflows put up: the port
+// choice (OK only with a port, the last port chosen first, a typed path, Refresh), the
+// version choice, and the progress dialog, whose Cancel only asks the transfer to stop.
 #include "app/Constants.h"
 #include "sf/SettingManager.h"
 #include "sf/SettingsTableModel.h"
 #include "sf/ui/SettingsTableView.h"
+#include "support/AppFixture.h"
+#include "support/TableFile.h"
+#include "support/TestSupport.h"
+#include "ui/ComDialog.h"
 #include "ui/KXFileModel.h"
 #include "ui/KXFileView.h"
+#include "ui/ProgressDialog.h"
+#include "ui/VersionDialog.h"
 #include "util/Uploader.h"
 
 #include <QAction>
+#include <QDialogButtonBox>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QProcess>
+#include <QPushButton>
 #include <QRegularExpression>
+#include <QSignalSpy>
 #include <QtTest>
 
 using testsupport::App;
 using namespace ui;
+
+Q_DECLARE_METATYPE(util::SerialPortDescription)
 
 namespace {
 
@@ -38,9 +49,16 @@ sf::ui::SettingsTableView* cellOf(App& app, const QString& codeName, QModelIndex
     return nullptr;
 }
 
+QPushButton* button(QDialog& dialog, QDialogButtonBox::StandardButton which) {
+    return dialog.findChild<QDialogButtonBox*>()->button(which);
+}
+
+const QList<PortEntry> PORTS{{"/dev/ttyUSB0", "USB-Serial Controller", "067b:2303"},
+                             {"/dev/ttyUSB1", QString(), QString()}};
+
 } // namespace
 
-class TestAppView : public QObject {
+class TestWindows : public QObject {
     Q_OBJECT
 private slots:
     void openEditSaveReopen() {
@@ -136,7 +154,83 @@ private slots:
         QVERIFY(app.view.action("updateFirmware")->isEnabled());
         QVERIFY(app.view.action("getFirmware")->isEnabled());
     }
+
+    void portChoice_data() { testsupport::loadTable(); }
+    void portChoice() {
+        QFETCH(bool, ports);
+        QFETCH(int, index);
+        QFETCH(QString, last);
+        QFETCH(QString, typed);
+        QFETCH(QString, chosen);
+        ComDialog dialog(ports ? PORTS : QList<PortEntry>(), index, last, QStringLiteral("Read"));
+        QCOMPARE(dialog.windowTitle(), QStringLiteral("Read"));
+        if (!typed.isEmpty()) {
+            QTest::keyClicks(dialog.findChild<QLineEdit*>(), typed);
+        }
+        QPushButton* ok = button(dialog, QDialogButtonBox::Ok);
+        QCOMPARE(ok->isEnabled(), !chosen.isEmpty());
+        if (ok->isEnabled()) {
+            ok->click();
+            QCOMPARE(dialog.answer().kind, PortAnswer::Ok);
+            QCOMPARE(dialog.answer().port, chosen);
+        }
+    }
+
+    void portListShowsTheAdapter() {
+        ComDialog dialog(PORTS, 0, QString(), QStringLiteral("Read"));
+        const QString first = dialog.findChild<QListWidget*>()->item(0)->text();
+        QVERIFY(first.contains("USB-Serial Controller") && first.contains("USB 067b:2303"));
+        dialog.findChild<QListWidget*>()->setCurrentRow(1);
+        QCOMPARE(dialog.chosenPort(), QStringLiteral("/dev/ttyUSB1"));
+    }
+
+    // The buttons besides OK: each closes the dialog with its answer; only Check connection
+    // carries the port along (to be examined).
+    void otherButtons_data() { testsupport::loadTable(); }
+    void otherButtons() {
+        QFETCH(QString, label);
+        QFETCH(int, kind);
+        QFETCH(QString, port);
+        ComDialog dialog(PORTS, 0, QString(), QStringLiteral("Write"));
+        const QList<QAbstractButton*> buttons = dialog.findChild<QDialogButtonBox*>()->buttons();
+        const auto it = std::find_if(buttons.begin(), buttons.end(),
+                                     [&](QAbstractButton* b) { return b->text() == label; });
+        QVERIFY(it != buttons.end());
+        (*it)->click();
+        QCOMPARE(int(dialog.answer().kind), kind);
+        QCOMPARE(dialog.answer().port, port);
+    }
+
+    void versionChoice() {
+        util::VersionContainer a, b;
+        a.fwVersion = "4.01";
+        a.kxsVersion = "KX4-4.01";
+        b.fwVersion = "v306";
+        VersionDialog dialog({a, b}, "Which?", "Select Version");
+        QCOMPARE(dialog.chosen().fwVersion, QStringLiteral("4.01"));
+        dialog.select(1);
+        QCOMPARE(dialog.chosen().fwVersion, QStringLiteral("v306"));
+        VersionDialog none({}, "Which?", "Select Version");
+        QVERIFY(none.chosen().isEmpty());
+        QVERIFY(!button(none, QDialogButtonBox::Ok)->isEnabled());
+    }
+
+    void progressCancelAsksOnce() {
+        ProgressDialog progress(QStringLiteral("Reading"));
+        QSignalSpy aborted(&progress, &ProgressDialog::aborted);
+        progress.setProgressText(QStringLiteral("Connecting\nline two"));
+        progress.setProgress(140);
+        QCOMPARE(progress.progressText(), QStringLiteral("Connecting"));
+        QCOMPARE(progress.progress(), 100);
+        button(progress, QDialogButtonBox::Cancel)->click();
+        progress.abort(); // closing the window as well
+        QCOMPARE(aborted.size(), 1);
+        QVERIFY(progress.wasAborted());
+        progress.finish();
+        QVERIFY(!progress.wasAborted());
+        QCOMPARE(progress.progress(), 0);
+    }
 };
 
-QTEST_MAIN(TestAppView)
-#include "tst_appview.moc"
+QTEST_MAIN(TestWindows)
+#include "tst_windows.moc"
