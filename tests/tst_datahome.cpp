@@ -30,7 +30,6 @@ private slots:
 
     void installationsComeAndGo() {
         QTemporaryDir tmp;
-        QVERIFY(tmp.isValid());
         const QString installed = tmp.filePath(QStringLiteral("share/data"));
         const QString home = tmp.filePath(QStringLiteral("home/kxsetup"));
         const QString helper = tmp.filePath(QStringLiteral("lib/serialup.exe"));
@@ -99,7 +98,6 @@ private slots:
 
     void refusals() {
         QTemporaryDir tmp;
-        QVERIFY(tmp.isValid());
         const QString home = tmp.filePath(QStringLiteral("home"));
         launcher::SeedResult r =
             seedDataHome(tmp.filePath(QStringLiteral("nothing")), home, QStringLiteral("/x"));

@@ -49,7 +49,6 @@ class TestDevice : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(m_root.isValid());
         g_root = m_root.path();
         testsupport::copyDataFolder(g_root);
         QVERIFY(QFileInfo(g_root + QStringLiteral("/data/serialup.exe")).isExecutable());

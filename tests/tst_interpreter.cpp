@@ -5,11 +5,9 @@
 #include "sf/parser/Interpreter.h"
 #include "support/LanguageSupport.h"
 #include "support/TableFile.h"
-#include "support/TestSupport.h"
 
 #include "kxs/compiler/KxsWriter.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
@@ -275,30 +273,6 @@ private slots:
         interpreter.close();
         QVERIFY(!interpreter.hasNextSetting());
         QVERIFY(!interpreter.getNextSetting(&tokens));
-    }
-
-    void loadsFromFile() {
-        QTemporaryDir dir;
-        KxsWriter writer;
-        QVERIFY(writer.setVersion(QStringLiteral("V2")));
-        QVERIFY(
-            writer.addSetting(QStringLiteral("BattVolt2"), 0x1234, 4, QStringLiteral("num, s32")));
-        const QString path = dir.filePath(QStringLiteral("layout.kxs"));
-        QVERIFY(testsupport::writeFile(path, writer.toBytes()));
-
-        Interpreter interpreter;
-        QVERIFY(!interpreter.loadKxs(dir.filePath(QStringLiteral("missing.kxs"))));
-        QVERIFY(!interpreter.loadKxs(QString()));
-        QVERIFY(interpreter.loadKxs(path));
-        QCOMPARE(interpreter.getKxsVersion(), QStringLiteral("V2"));
-        TokenList tokens;
-        std::unique_ptr<sf::RawSetting> raw(interpreter.getNextSetting(&tokens));
-        QVERIFY(raw);
-        QCOMPARE(raw->getCodeName(), QStringLiteral("BattVolt2"));
-        QCOMPARE(raw->getAddress(), 0x1234);
-        QCOMPARE(raw->getSizeBytes(), 4);
-        QVERIFY(!interpreter.hasNextSetting());
-        QVERIFY(!interpreter.getNextSetting(nullptr));
     }
 };
 

@@ -253,7 +253,6 @@ private slots:
     void saveRoundTrips() {
         QFETCH(Generation, generation);
         QTemporaryDir tmp;
-        QVERIFY(tmp.isValid());
         const QString saved = tmp.filePath(QStringLiteral("saved.hex"));
         const CliResult run = runCli({QStringLiteral("-C"), runtimeDir(), QStringLiteral("set"),
                                       firmwarePath(generation), QStringLiteral("-o"), saved,
@@ -287,7 +286,6 @@ private slots:
         const Generation* g = generationOf(fw);
         QVERIFY(g);
         QTemporaryDir tmp;
-        QVERIFY(tmp.isValid());
         const QString base = tmp.filePath(QStringLiteral("base.hex"));
         const QString edited = tmp.filePath(QStringLiteral("edited.hex"));
         QCOMPARE(set({firmwarePath(*g), QStringLiteral("SpdUnits=0"), QStringLiteral("-o"), base})
@@ -314,7 +312,6 @@ private slots:
     void inPlaceReplacesFile() {
         const Generation* g = generationOf(QStringLiteral("4.01"));
         QTemporaryDir tmp;
-        QVERIFY(tmp.isValid());
         const QString file = copyInto(firmwarePath(*g), tmp.path(), QStringLiteral("setup.hex"));
         QVERIFY(!file.isEmpty() && ageFile(file));
         QVERIFY(
@@ -343,7 +340,6 @@ private slots:
         QFETCH(QString, fw);
         const Generation* g = generationOf(fw);
         QTemporaryDir tmp;
-        QVERIFY(tmp.isValid());
         const QString first = tmp.filePath(QStringLiteral("first.hex"));
         const QString second = tmp.filePath(QStringLiteral("second.hex"));
         QCOMPARE(set({firmwarePath(*g), QStringLiteral("BattCapB=33.33"),

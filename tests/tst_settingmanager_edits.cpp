@@ -243,11 +243,6 @@ private slots:
         }
     }
 
-private:
-    std::unique_ptr<SettingManager> m_manager;
-    std::unique_ptr<ManagerFiles> m_files;
-
-private slots:
     void copyCounts_data() { testsupport::loadTable(); }
 
     void copyCounts() {
@@ -305,17 +300,14 @@ private slots:
         QFETCH(bool, replace);
         QFETCH(bool, reformat);
 
-        ManagerFiles files;
-        SettingManager manager;
-        QCOMPARE(loadStandard(manager, files), 0);
-        const QString path = files.path(QStringLiteral("setup.hex"));
+        const QString path = m_files->path(QStringLiteral("setup.hex"));
         const QByteArray before = imageBytes(ManagerFiles::read(path), 16);
         QCOMPARE(before, standardImageBytes());
 
-        QVERIFY(manager.setSettingData(10, QStringLiteral("Cells1"))); // clamps Lim1 and Low1
-        QVERIFY(manager.setSettingData(2, QStringLiteral("Screen")));
-        QVERIFY(manager.setSettingData(true, QStringLiteral("Flags"), 1));
-        QVERIFY(manager.writeAppendRawSettings(path, reformat, true, replace, 0, 0xFFFFFFFFu));
+        QVERIFY(m_manager->setSettingData(10, QStringLiteral("Cells1"))); // clamps Lim1 and Low1
+        QVERIFY(m_manager->setSettingData(2, QStringLiteral("Screen")));
+        QVERIFY(m_manager->setSettingData(true, QStringLiteral("Flags"), 1));
+        QVERIFY(m_manager->writeAppendRawSettings(path, reformat, true, replace, 0, 0xFFFFFFFFu));
 
         const QByteArray text = ManagerFiles::read(path);
         // With replace only the enabled settings' records remain: Dis (0x0D, disabled) and
@@ -333,7 +325,7 @@ private slots:
         QCOMPARE(reloaded.loadRawSettingsData(managerVersion(FW, KXS),
                                               compileLayout(standardLayoutSource()), text, false),
                  replace ? 1 : 0); // replaced: the disabled Dis is no longer in the image
-        for (const sf::Setting* setting : manager.getSettings()) {
+        for (const sf::Setting* setting : m_manager->getSettings()) {
             if (replace && setting->getCodeName() == QLatin1String("Dis")) {
                 continue;
             }
@@ -345,14 +337,11 @@ private slots:
     }
 
     void writeRange() {
-        ManagerFiles files;
-        SettingManager manager;
-        QCOMPARE(loadStandard(manager, files), 0);
-        const QString path = files.path(QStringLiteral("setup.hex"));
-        QVERIFY(manager.setSettingData(30.0, QStringLiteral("Lim1")));
-        QVERIFY(manager.setSettingData(3, QStringLiteral("Early")));
+        const QString path = m_files->path(QStringLiteral("setup.hex"));
+        QVERIFY(m_manager->setSettingData(30.0, QStringLiteral("Lim1")));
+        QVERIFY(m_manager->setSettingData(3, QStringLiteral("Early")));
         // Only Lim1 and Low1 lie in [4, 8): with replace they are all the file keeps.
-        QVERIFY(manager.writeAppendRawSettings(path, false, true, true, 4, 8));
+        QVERIFY(m_manager->writeAppendRawSettings(path, false, true, true, 4, 8));
         const QByteArray text = ManagerFiles::read(path);
         sf::parser::HexParser image;
         QVERIFY(image.loadHexData(text, sf::parser::PhantomNone));
@@ -361,73 +350,68 @@ private slots:
     }
 
     void writeFailures() {
-        ManagerFiles files;
-        SettingManager manager;
-        QCOMPARE(loadStandard(manager, files), 0);
-        QVERIFY(!manager.writeAppendRawSettings(QString(), false, true, true, 0, 0xFFFFFFFFu));
-        QVERIFY(!manager.writeAppendRawSettings(files.path(QStringLiteral("missing.hex")), false,
-                                                true, true, 0, 0xFFFFFFFFu));
-        QVERIFY(!QFile::exists(files.path(QStringLiteral("missing.hex"))));
-        const QString junk = files.write(QStringLiteral("junk.hex"), "not a hex file");
-        QVERIFY(!manager.appendRawSettings(junk, false, true, 0, 0xFFFFFFFFu));
+        QVERIFY(!m_manager->writeAppendRawSettings(QString(), false, true, true, 0, 0xFFFFFFFFu));
+        QVERIFY(!m_manager->writeAppendRawSettings(m_files->path(QStringLiteral("missing.hex")),
+                                                   false, true, true, 0, 0xFFFFFFFFu));
+        QVERIFY(!QFile::exists(m_files->path(QStringLiteral("missing.hex"))));
+        const QString junk = m_files->write(QStringLiteral("junk.hex"), "not a hex file");
+        QVERIFY(!m_manager->appendRawSettings(junk, false, true, 0, 0xFFFFFFFFu));
         QCOMPARE(ManagerFiles::read(junk), QByteArray("not a hex file"));
 
         // Nothing to write: the file stays as it was.
         SettingManager empty;
-        const QString path = files.path(QStringLiteral("setup.hex"));
+        const QString path = m_files->path(QStringLiteral("setup.hex"));
         const QByteArray original = ManagerFiles::read(path);
         QVERIFY(!empty.writeAppendRawSettings(path, false, true, true, 0, 0xFFFFFFFFu));
         QCOMPARE(ManagerFiles::read(path), original);
         QByteArray text = original;
         QVERIFY(!empty.writeAppendRawSettingsData(&text, false, true, true, 0, 0xFFFFFFFFu));
-        QVERIFY(!manager.writeAppendRawSettingsData(nullptr, false, true, true, 0, 0xFFFFFFFFu));
+        QVERIFY(!m_manager->writeAppendRawSettingsData(nullptr, false, true, true, 0, 0xFFFFFFFFu));
     }
 
     void memoryWriteMatchesFileWrite() {
-        ManagerFiles files;
-        SettingManager manager;
-        QCOMPARE(loadStandard(manager, files), 0);
-        QVERIFY(manager.setSettingData(20, QStringLiteral("Cells2")));
-        const QString path = files.path(QStringLiteral("setup.hex"));
+        QVERIFY(m_manager->setSettingData(20, QStringLiteral("Cells2")));
+        const QString path = m_files->path(QStringLiteral("setup.hex"));
         QByteArray text = ManagerFiles::read(path);
-        QVERIFY(manager.writeAppendRawSettingsData(&text, false, true, false, 0, 0xFFFFFFFFu));
-        QVERIFY(manager.appendRawSettings(path, false, true, 0, 0xFFFFFFFFu));
+        QVERIFY(m_manager->writeAppendRawSettingsData(&text, false, true, false, 0, 0xFFFFFFFFu));
+        QVERIFY(m_manager->appendRawSettings(path, false, true, 0, 0xFFFFFFFFu));
         QCOMPARE(text, ManagerFiles::read(path));
         QCOMPARE(imageBytes(text, 16).at(3), char(20));
         QCOMPARE(imageBytes(text, 16).right(2), QByteArray::fromHex("EEEF")); // merged, kept
     }
 
     void appendFromAnotherSetupFile() {
-        ManagerFiles files;
-        SettingManager manager;
-        QCOMPARE(loadStandard(manager, files), 0);
-        const QString destination = files.path(QStringLiteral("setup.hex"));
+        const QString destination = m_files->path(QStringLiteral("setup.hex"));
 
         // The source holds other values for the settings up to Screen (0x0B); it lacks the
         // bytes of Hid and Dis.
         QByteArray other = QByteArray::fromHex("1102030405060708090A0B0C");
         const QString source =
-            files.write(QStringLiteral("source.hex"),
-                        hexImage({{0, other}}, QStringLiteral("FW9"), QStringLiteral("KX4-T9")));
-        QCOMPARE(manager.appendRawSettingsFromHexFile(source, destination, false), 9);
+            m_files->write(QStringLiteral("source.hex"),
+                           hexImage({{0, other}}, QStringLiteral("FW9"), QStringLiteral("KX4-T9")));
+        QCOMPARE(m_manager->appendRawSettingsFromHexFile(source, destination, false), 9);
 
         const QByteArray text = ManagerFiles::read(destination);
         QCOMPARE(imageBytes(text, 16), other + QByteArray::fromHex("1122EEEF"));
         QCOMPARE(sf::parser::HexParser::getFwVersion(destination), FW); // destination's own
         // The manager's values are untouched.
-        QCOMPARE(manager.getSettingData(QStringLiteral("Early"), sf::RoleEdit).toInt(), 7);
+        QCOMPARE(m_manager->getSettingData(QStringLiteral("Early"), sf::RoleEdit).toInt(), 7);
 
         // Only enabled settings: a disabled one is not copied even when the source has it.
-        QVERIFY(manager.setEnabled(QStringLiteral("Early"), false));
-        manager.copyDataToRawSettings(false);
-        QCOMPARE(manager.appendRawSettingsFromHexFile(source, destination, true), 8);
-        QCOMPARE(manager.appendRawSettingsFromHexFile(files.path(QStringLiteral("none.hex")),
-                                                      destination, false),
+        QVERIFY(m_manager->setEnabled(QStringLiteral("Early"), false));
+        m_manager->copyDataToRawSettings(false);
+        QCOMPARE(m_manager->appendRawSettingsFromHexFile(source, destination, true), 8);
+        QCOMPARE(m_manager->appendRawSettingsFromHexFile(m_files->path(QStringLiteral("none.hex")),
+                                                         destination, false),
                  -1);
-        QCOMPARE(manager.appendRawSettingsFromHexFile(
-                     source, files.path(QStringLiteral("none.hex")), false),
+        QCOMPARE(m_manager->appendRawSettingsFromHexFile(
+                     source, m_files->path(QStringLiteral("none.hex")), false),
                  -1);
     }
+
+private:
+    std::unique_ptr<SettingManager> m_manager;
+    std::unique_ptr<ManagerFiles> m_files;
 };
 
 QTEST_GUILESS_MAIN(TestSettingManagerEdits)

@@ -65,7 +65,6 @@ class TestUploader : public QObject {
 
 private slots:
     void initTestCase() {
-        QVERIFY(m_dir.isValid());
         m_startDir = QDir::currentPath();
         QVERIFY(QDir::setCurrent(m_dir.path()));
         QVERIFY(QDir().mkdir(QStringLiteral("data")));

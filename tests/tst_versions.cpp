@@ -112,7 +112,6 @@ private slots:
 
     void unreadableFirmwareFile() {
         QTemporaryDir tmp;
-        QVERIFY(tmp.isValid());
         const QDir dir(tmp.path());
         const QString path = dir.absoluteFilePath(MapName);
         QVERIFY(writeFile(path, firmwareImage("KX4.02", "KX4.02", "E")));
@@ -130,7 +129,6 @@ private slots:
 
     void noStateBetweenCalls() {
         QTemporaryDir tmp;
-        QVERIFY(tmp.isValid());
         const QDir dir(tmp.path());
         QVERIFY(writeFile(dir.absoluteFilePath(QStringLiteral("good.kxhex")),
                           firmwareImage("KX3.06", "KX3.06", "E")));
@@ -151,7 +149,6 @@ private slots:
 
     void init() {
         m_tmp = std::make_unique<QTemporaryDir>();
-        QVERIFY(m_tmp->isValid());
         root = m_tmp->path();
         fw = root + QStringLiteral("/data/firmware/");
         kxs = root + QStringLiteral("/data/kxs/");
