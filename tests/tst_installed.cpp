@@ -1,6 +1,11 @@
-// The installed launcher's per-user data folder: seeded on the first start, refreshed when
-// the installed data changes without overwriting what the user changed, added or removed,
-// and the helper program linked in. One scenario walks through three installations.
+// The installed program. The launcher's per-user data folder: seeded on the first start,
+// refreshed when the installed data changes without overwriting what the user changed, added
+// or removed, and the helper program linked in (one scenario walks through three
+// installations). The setup file type as the package installs it, ahead of the system's: a
+// setup file (Intel HEX whose first record is one of our metadata records) is recognised by
+// its content, as a .hex file or without an extension; other HEX files are plain Intel HEX;
+// firmware files go by their extension, and the desktop file offers the application for
+// setup files.
 #include "DataHome.h"
 #include "support/TableFile.h"
 #include "support/TestSupport.h"
@@ -8,13 +13,17 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMimeDatabase>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QtTest>
 
 using launcher::seedDataHome;
 
-class TestDataHome : public QObject {
+class TestInstalled : public QObject {
     Q_OBJECT
+    QTemporaryDir m_mimeData;
+
 private slots:
     void dataHomeFollowsXdg_data() { testsupport::loadTable(); }
     void dataHomeFollowsXdg() {
@@ -113,7 +122,43 @@ private slots:
         QVERIFY(!r.ok);
         QVERIFY(r.error.startsWith(QStringLiteral("Cannot create the data folder")));
     }
+
+    // The type definitions as installed, ahead of the system's.
+    void initTestCase() {
+        QVERIFY(QDir().mkpath(m_mimeData.filePath(QStringLiteral("mime/packages"))));
+        QVERIFY(
+            QFile::copy(testsupport::sourceDir() + QStringLiteral("/packaging/kxsetup-mime.xml"),
+                        m_mimeData.filePath(QStringLiteral("mime/packages/kxsetup.xml"))));
+        qputenv("XDG_DATA_DIRS",
+                QFile::encodeName(m_mimeData.path()) + ":/usr/local/share:/usr/share");
+    }
+
+    void byContent_data() { testsupport::loadTable(); }
+    void byContent() {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, text);
+        QFETCH(QString, type);
+        QTemporaryDir tmp;
+        const QString path = tmp.filePath(name);
+        QVERIFY(testsupport::writeFile(path, text));
+        const QMimeType found = QMimeDatabase().mimeTypeForFile(path);
+        QCOMPARE(found.name(), type);
+        if (type == QLatin1String("application/x-kxsetup-hex")) {
+            QVERIFY(found.inherits(QStringLiteral("text/plain")));
+        }
+    }
+
+    void desktopFileOpensSetupFiles() {
+        QSettings desktop(testsupport::sourceDir() + QStringLiteral("/packaging/kxsetup.desktop"),
+                          QSettings::IniFormat);
+        desktop.beginGroup(QStringLiteral("Desktop Entry"));
+        QCOMPARE(desktop.value(QStringLiteral("Exec")).toString(), QStringLiteral("kxsetup %F"));
+        QVERIFY(desktop.value(QStringLiteral("MimeType"))
+                    .toString()
+                    .split(QLatin1Char(';'))
+                    .contains(QStringLiteral("application/x-kxsetup-hex")));
+    }
 };
 
-QTEST_GUILESS_MAIN(TestDataHome)
-#include "tst_datahome.moc"
+QTEST_GUILESS_MAIN(TestInstalled)
+#include "tst_installed.moc"
