@@ -85,7 +85,6 @@ private slots:
         App app;
         QVERIFY(app.controller.initialize());
         Simulator sim(app.folder.path(firmwareOf("3.20")), app.folder.path("state.hex"));
-        QVERIFY(!sim.port().isEmpty());
 
         KXFileModel* edited = newEdited(app, "3.20", 23.5);
         QVERIFY(edited);
@@ -136,7 +135,6 @@ private slots:
                                                : renamedFirmware(app, instrument, enq);
         const QString state = app.folder.path("state.hex");
         Simulator sim(firmware, state, faults);
-        QVERIFY(!sim.port().isEmpty());
         QVERIFY(newEdited(app, file, 31.0));
         const QByteArray before = testsupport::readFile(state);
 
@@ -175,18 +173,12 @@ private slots:
         if (faults.isEmpty()) {
             // The instrument holds changed settings before it is updated.
             Simulator setup(app.folder.path(firmwareOf("3.10")), state);
-            const QStringList set{"-C",           here,
-                                  "set",          app.folder.path(firmwareOf("3.10")),
-                                  "-o",           "start.hex",
-                                  "-q",           "LifeAhA=100",
-                                  "CellCntA=13",  "CellChemA=LiPo",
-                                  "BattCapA=21.5"};
-            QCOMPARE(testsupport::runCli(set, here).exitCode, 0);
-            QCOMPARE(testsupport::runCli({"-C", here, "device", "write", "--port", setup.port(),
-                                          app.folder.path("start.hex")},
-                                         here)
-                         .exitCode,
-                     0);
+            const QString set = QStringLiteral("set %1 -o start.hex -q LifeAhA=100 CellCntA=13 "
+                                               "CellChemA=LiPo BattCapA=21.5");
+            const QString write = QStringLiteral("device write --port %1 start.hex");
+            for (const QString& command : {set.arg(firmwareOf("3.10")), write.arg(setup.port())}) {
+                QCOMPARE(testsupport::runCli(command.split(' '), here).exitCode, 0);
+            }
         }
         Simulator sim(app.folder.path(firmwareOf("3.10")), state, faults);
         app.controller.updateFirmwarePressed();
@@ -240,7 +232,6 @@ private slots:
         App app;
         QVERIFY(app.controller.initialize());
         Simulator sim(app.folder.path(firmwareOf("4.01")), app.folder.path("state.hex"));
-        QVERIFY(!sim.port().isEmpty());
         QVERIFY(app.current()->manager()->setSettingData(42.0, CAPACITY));
         app.usePort(sim.port());
         app.controller.comparePressed();
@@ -260,7 +251,6 @@ private slots:
         App app;
         QVERIFY(app.controller.initialize());
         Simulator sim(app.folder.path(firmwareOf("3.20")), app.folder.path("state.hex"));
-        QVERIFY(!sim.port().isEmpty());
         app.prompts.portAnswers << PortAnswer{PortAnswer::Check, "/dev/kx-no-such-port"}
                                 << PortAnswer{PortAnswer::Check, sim.port()} << PortAnswer();
         app.controller.readPressed();

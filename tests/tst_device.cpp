@@ -70,7 +70,6 @@ private slots:
         QTemporaryDir tmp;
         const QString state = tmp.filePath(QStringLiteral("state.hex"));
         Simulator sim(firmware, state);
-        QVERIFY(!sim.port().isEmpty());
         const CliResult answer = device(QStringLiteral("enq"), sim.port());
         QCOMPARE(answer.exitCode, 0);
         const QString read = tmp.filePath(QStringLiteral("read.hex"));
@@ -116,7 +115,6 @@ private slots:
         QTemporaryDir tmp;
         const QString state = tmp.filePath(QStringLiteral("state.hex"));
         Simulator sim(runtimeDir() + QStringLiteral("/data/firmware/") + running, state, faults);
-        QVERIFY(!sim.port().isEmpty());
         const testsupport::ToolResult search =
             helper({QStringLiteral("-s"), sim.port(), QStringLiteral("-b")});
         const QList<QByteArray> lines = search.out.trimmed().split('\n');
@@ -160,7 +158,6 @@ private slots:
         const QString state = tmp.filePath(QStringLiteral("state.hex"));
         const QString firmware = runtimeDir() + QStringLiteral("/data/firmware/") + running;
         Simulator sim(firmware, state, faults);
-        QVERIFY(!sim.port().isEmpty());
         if (!set.isEmpty()) {
             const QString start = tmp.filePath(QStringLiteral("start.hex"));
             QCOMPARE(cli(QStringList{QStringLiteral("set"), firmware, QStringLiteral("-o"), start,
@@ -218,7 +215,6 @@ private slots:
                  0);
         {
             Simulator sim(firmware, state, faults);
-            QVERIFY(!sim.port().isEmpty());
             const CliResult r =
                 command == QLatin1String("read")
                     ? device(command, sim.port(), {QStringLiteral("-o"), tmp.filePath("r.hex")})

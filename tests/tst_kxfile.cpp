@@ -1,4 +1,4 @@
-// One open setup file. Its model: setters that announce only changes, a table per category,
+// One open setup file. Its model: a table per category,
 // the load failure reports, edits that mark the file modified, undo and redo that point at
 // the changed cell, showing protected settings, and saving. Its view, on a sample
 // firmware's default setup: a table per category, the search over names and help texts (a
@@ -68,17 +68,6 @@ struct OpenView {
 class TestKXFile : public QObject {
     Q_OBJECT
 private slots:
-    void settersAnnounceOnlyChanges() {
-        KXFileModel model(QStringLiteral("ready"));
-        QSignalSpy titles(&model, &ui::FileModel::titleChanged);
-        QSignalSpy statuses(&model, &ui::FileModel::statusChanged);
-        model.setTitle(QStringLiteral("a.hex"));
-        model.setTitle(QStringLiteral("a.hex"));
-        model.setStatus(QStringLiteral("ready"));
-        QCOMPARE(titles.size(), 1);
-        QCOMPARE(statuses.size(), 0);
-    }
-
     void opensIntoOneTablePerCategory() {
         OpenFile f;
         QSignalSpy errors(&f.model, &KXFileModel::settingsLoadError);

@@ -71,6 +71,9 @@ FirmwareServer::FirmwareServer(const QString& dir, const QStringList& options) {
     if (m_process.waitForReadyRead(5000)) {
         m_url = QString::fromLatin1(m_process.readLine()).trimmed();
     }
+    if (m_url.isEmpty()) {
+        qFatal("kx-fwserver did not start: %s", m_process.readAllStandardError().constData());
+    }
 }
 
 FirmwareServer::~FirmwareServer() {

@@ -16,6 +16,9 @@ Simulator::Simulator(const QString& firmware, const QString& state, const QStrin
             break;
         }
     }
+    if (m_port.isEmpty()) {
+        qFatal("kx-sim did not start: %s", m_process.readAllStandardError().constData());
+    }
 }
 
 Simulator::~Simulator() {

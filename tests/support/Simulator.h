@@ -16,7 +16,7 @@ public:
     Simulator(const Simulator&) = delete;
     Simulator& operator=(const Simulator&) = delete;
 
-    // The device path it printed; empty when it did not start.
+    // The device path it printed (a simulator that does not start stops the test program).
     const QString& port() const { return m_port; }
 
 private:
