@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 using testsupport::App;
@@ -233,6 +234,16 @@ private slots:
         QVERIFY(!app.model.getSaveEnabled() && !app.model.getWriteEnabled());
         QVERIFY(app.model.getNewEnabled() && app.model.getReadEnabled());
         QCOMPARE(app.view.tabCount(), 0);
+    }
+
+    // Exit closes every file and ends the program well.
+    void exitClosesEveryFile() {
+        App app;
+        QVERIFY(app.controller.initialize());
+        QTimer::singleShot(0, app.view.action("exit"), &QAction::trigger);
+        QTimer::singleShot(10000, [] { QCoreApplication::exit(-1); }); // Exit did nothing
+        QCOMPARE(QCoreApplication::exec(), 0);
+        QVERIFY(app.model.getFiles().isEmpty());
     }
 
     void showProtectedReachesEveryFile() {

@@ -21,6 +21,7 @@
 #include "util/Uploader.h"
 
 #include <QComboBox>
+#include <QProgressBar>
 #include <QTextEdit>
 #include <QtTest>
 
@@ -211,6 +212,8 @@ private slots:
         QCOMPARE(app.prompts.texts(TITLE_ERROR).contains(MESSAGE_UPDATE_VERSION_NONE),
                  !faults.isEmpty());
         QCOMPARE(window->logText().contains("Upload Complete!"), updated);
+        QCOMPARE(window->findChild<QProgressBar*>()->value() == 100, updated);
+        QCOMPARE(app.model.getLastPort(), sim.port());
         QCOMPARE(QFileInfo::exists(app.folder.path("setups/backups/before.hex")),
                  !reset && faults.isEmpty());
         QVERIFY(!QFileInfo::exists(app.folder.path("data/update.kxhex")));

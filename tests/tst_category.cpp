@@ -373,6 +373,9 @@ private slots:
         QCOMPARE(category.getLiteralSize(), 4);
         QVERIFY(category.move(grid.cell("A1"), 3));
         QVERIFY(!category.move(bx, 4));
+        QVERIFY(!category.move(bx, -1));
+        Grid other(QStringLiteral("Z1"));
+        QVERIFY(!category.move(other.cell("Z1"), 0)); // a cell of another category
         QCOMPARE(layoutFault(category), QString());
 
         // The moved row still receives its other presets.

@@ -7,9 +7,24 @@
 #include <QDialog>
 #include <QDir>
 #include <QLabel>
+#include <QLayout>
 #include <QTimer>
 
 namespace testsupport {
+
+namespace {
+
+// True when the layout, or one nested in it, places the widget.
+bool places(const QLayout* layout, const QWidget* widget) {
+    for (int i = 0; layout && i < layout->count(); ++i) {
+        if (layout->itemAt(i)->widget() == widget || places(layout->itemAt(i)->layout(), widget)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
 
 QStringList ScriptedPrompts::titles() const {
     QStringList all;
@@ -73,7 +88,9 @@ int ScriptedPrompts::run(QDialog& dialog) {
     dialogsRun << dialog.windowTitle();
     QStringList texts;
     for (const QLabel* label : dialog.findChildren<QLabel*>()) {
-        texts << label->text();
+        if (places(label->parentWidget()->layout(), label)) {
+            texts << label->text();
+        }
     }
     lastDialogText = texts.join(QLatin1Char('\n'));
     return dialogResults.isEmpty() ? QDialog::Accepted : dialogResults.takeFirst();

@@ -49,7 +49,8 @@ public:
                          const QString& filter) override;
     int run(QDialog& dialog) override;
     QList<int> dialogResults; // what run() answers, Accepted when none is queued
-    // What the last dialog run showed, grabbed before it closed.
+    // What the labels of the last dialog run showed, grabbed before it closed (a label its
+    // layout does not place shows nothing readable).
     QString lastDialogText;
 };
 
