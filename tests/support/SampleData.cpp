@@ -51,7 +51,7 @@ QString helpPath(const QString& fw) {
 QList<Span> layoutSpans(const QString& layout, int processor) {
     QList<Span> spans;
     sf::parser::Interpreter interpreter;
-    if (!interpreter.loadKxs(layout)) {
+    if (!interpreter.loadKxsData(testsupport::readFile(layout))) {
         return spans;
     }
     const sf::parser::PhantomBytes phantoms(sf::parser::PhantomBytes::periodFor(processor));

@@ -16,14 +16,6 @@ void Interpreter::resetCursors() {
     m_settingCursor = m_parser->getOffset();
 }
 
-bool Interpreter::loadKxs(const QString& path) {
-    if (!m_parser->openKxsFile(path)) {
-        return false;
-    }
-    resetCursors();
-    return true;
-}
-
 bool Interpreter::loadKxsData(const QByteArray& bytes) {
     if (!m_parser->openKxsData(bytes)) {
         return false;

@@ -32,9 +32,8 @@ public:
     Interpreter(const Interpreter&) = delete;
     Interpreter& operator=(const Interpreter&) = delete;
 
-    // Opens a layout file / layout bytes; on success both cursors are at the start of
-    // the names table.
-    bool loadKxs(const QString& path);
+    // Opens layout bytes (the setting manager reads the file); on success both cursors are
+    // at the start of the names table.
     bool loadKxsData(const QByteArray& bytes);
     bool isOpen() const;
     void close();
