@@ -32,7 +32,7 @@ struct OpenFile {
         image = files.path(QStringLiteral("setup.hex"));
     }
     util::VersionContainer version() const {
-        return testsupport::managerVersion(QStringLiteral("FW1"), QStringLiteral("KX4-T1"),
+        return testsupport::managerVersion(testsupport::FW, testsupport::KXS,
                                            files.path(QStringLiteral("t1.kxs")));
     }
 };
@@ -75,7 +75,7 @@ private slots:
         QCOMPARE(errors.size(), 0);
         QCOMPARE(int(f.model.tables().size()), f.model.manager()->getCategories().size());
         QVERIFY(f.model.tableTitles().contains(QStringLiteral("Battery")));
-        QCOMPARE(f.model.getFWVersion(), QStringLiteral("FW1"));
+        QCOMPARE(f.model.getFWVersion(), testsupport::FW);
         QVERIFY(!f.model.isModified());
     }
 

@@ -33,9 +33,6 @@ QMap<QString, QByteArray> snapshot(const SettingManager& manager) {
     return all;
 }
 
-const QString FW = QStringLiteral("FW1");
-const QString KXS = QStringLiteral("KX4-T1");
-
 // The first `count` bytes of a setup image from address 0; empty when unreadable.
 QByteArray imageBytes(const QByteArray& text, int count) {
     sf::parser::HexParser image;
@@ -147,10 +144,7 @@ private slots:
         bytes.replace(offset, value.size(), value);
         SettingManager manager;
         ManagerFiles files;
-        QCOMPARE(
-            loadStandard(manager, files,
-                         hexImage({{0, bytes}}, QStringLiteral("FW1"), QStringLiteral("KX4-T1"))),
-            0);
+        QCOMPARE(loadStandard(manager, files, hexImage({{0, bytes}}, FW, KXS)), 0);
         const QMap<QString, QByteArray> before = snapshot(manager);
         QVERIFY(manager.setSettingData(cells, QStringLiteral("Cells1")));
         QCOMPARE(manager.undoHistory().size(), recorded);
@@ -175,10 +169,8 @@ private slots:
         QMap<quint32, QByteArray> blocks;
         blocks.insert(0, QByteArray::fromHex("64503C14")); // A 100, B 80, C 60, D 20
         SettingManager manager;
-        QCOMPARE(manager.loadRawSettingsData(
-                     managerVersion(QStringLiteral("FW1"), QStringLiteral("KX4-T1")),
-                     compileLayout(source),
-                     hexImage(blocks, QStringLiteral("FW1"), QStringLiteral("KX4-T1")), false),
+        QCOMPARE(manager.loadRawSettingsData(managerVersion(FW, KXS), compileLayout(source),
+                                             hexImage(blocks, FW, KXS), false),
                  0);
         const QMap<QString, QByteArray> before = snapshot(manager);
         QVERIFY(manager.setSettingData(50, QStringLiteral("A")));

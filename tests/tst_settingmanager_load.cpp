@@ -23,9 +23,6 @@ using sf::SettingManager;
 
 namespace {
 
-const QString FW = QStringLiteral("FW1");
-const QString KXS = QStringLiteral("KX4-T1");
-
 // One numeric entry per line: "NAME ADDRESS".
 QString numEntries(const QStringList& entries) {
     QString out;

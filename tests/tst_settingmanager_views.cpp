@@ -287,11 +287,8 @@ private slots:
                            "setting C 2 1 = num, OTHER, u8, 0`255, [], 0, \"C\", \"\"\n");
         SettingManager manager;
         QCOMPARE(manager.loadRawSettingsData(
-                     managerVersion(QStringLiteral("FW1"), QStringLiteral("KX4-T1")),
-                     compileLayout(source),
-                     hexImage({{0, QByteArray::fromHex("010203")}}, QStringLiteral("FW1"),
-                              QStringLiteral("KX4-T1")),
-                     false),
+                     managerVersion(FW, KXS), compileLayout(source),
+                     hexImage({{0, QByteArray::fromHex("010203")}}, FW, KXS), false),
                  0);
         QVERIFY(!manager.getCategory(SettingManager::UNCATEGORIZED_LABEL)); // every setting has one
         QCOMPARE(manager.getSettingByWsi(QStringLiteral("SAME"))->getCodeName(),

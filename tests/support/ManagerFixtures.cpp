@@ -105,8 +105,7 @@ int loadStandard(sf::SettingManager& manager, ManagerFiles& files, const QByteAr
     const QString layout =
         files.write(QStringLiteral("t1.kxs"), compileLayout(standardLayoutSource()));
     const QString setup = files.write(QStringLiteral("setup.hex"), image);
-    return manager.loadRawSettings(
-        managerVersion(QStringLiteral("FW1"), QStringLiteral("KX4-T1"), layout), setup, false);
+    return manager.loadRawSettings(managerVersion(FW, KXS, layout), setup, false);
 }
 
 int ManagerTableModel::rowCount(const QModelIndex& parent) const {

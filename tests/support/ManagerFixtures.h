@@ -18,6 +18,10 @@ class SettingManager;
 
 namespace testsupport {
 
+// The firmware and layout versions of the standard setup below.
+inline const QString FW = QStringLiteral("FW1");
+inline const QString KXS = QStringLiteral("KX4-T1");
+
 // Intel HEX text: the metadata records (firmware version, layout version, ENQ text; each
 // only when not empty), the bytes of each block at its address (16 per record, with
 // extended-address records where the upper 16 bits change) and the end-of-file record.
@@ -39,8 +43,7 @@ QString standardLayoutSource();
 // Lim1 480, Low1 350, Flags 0x0005, Boxes 0x02, Screen 1, Hid 0x11, Dis 0x22, and two
 // bytes 0xEE 0xEF at 0x0E that belong to no setting.
 QByteArray standardImageBytes();
-QByteArray standardImage(const QString& fwVersion = QStringLiteral("FW1"),
-                         const QString& kxsVersion = QStringLiteral("KX4-T1"));
+QByteArray standardImage(const QString& fwVersion = FW, const QString& kxsVersion = KXS);
 
 // A temporary folder holding a layout file and a setup image.
 class ManagerFiles {

@@ -241,8 +241,7 @@ void loadTable() {
     const QString program = QCoreApplication::applicationName();
     loadTable(program.mid(program.indexOf(QLatin1Char('_')) + 1)
                   .replace(QLatin1Char('_'), QLatin1Char('-')) +
-              QLatin1Char('-') + QString::fromLatin1(function) +
-              QStringLiteral(".txt"));
+              QLatin1Char('-') + QString::fromLatin1(function) + QStringLiteral(".txt"));
 }
 
 } // namespace testsupport
