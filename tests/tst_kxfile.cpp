@@ -1,10 +1,9 @@
-// One open setup file. Its model: a table per category,
-// the load failure reports, edits that mark the file modified, undo and redo that point at
-// the changed cell, showing protected settings, and saving. Its view, on a sample
-// firmware's default setup: a table per category, the search over names and help texts (a
-// bit's row stays with its setting), the help text of the selected setting, the marks of
-// values that differ from the default and the reset to the default that undo takes back, and
-// the jump to the cell undo changed.
+// One open setup file. Its model: a table per category, the load failure reports, edits
+// that mark the file modified, undo and redo that point at the changed cell, showing
+// protected settings, and saving. Its view, on a sample firmware's default setup: a table
+// per category, the search over names and help texts (a bit's row stays with its setting),
+// the help text of the selected setting, the marks of values that differ from the default
+// and the reset to the default that undo takes back, and the jump to the cell undo changed.
 #include "sf/SettingManager.h"
 #include "sf/SettingsTableModel.h"
 #include "sf/SetupFile.h"
