@@ -3,10 +3,10 @@
 // fault ends in its message, a failed write is never reported as success, and the next
 // operation on a healthy line works.
 #include "support/CliRunner.h"
-#include "support/FirmwareServer.h"
 #include "support/SampleData.h"
 #include "support/Simulator.h"
 #include "support/TableFile.h"
+#include "support/TestSupport.h"
 
 #include <QProcess>
 #include <QTemporaryDir>

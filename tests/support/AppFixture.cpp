@@ -1,6 +1,6 @@
 #include "support/AppFixture.h"
 
-#include "support/FirmwareServer.h"
+#include "support/TestSupport.h"
 
 #include "app/Constants.h"
 

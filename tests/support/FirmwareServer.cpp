@@ -100,20 +100,4 @@ void serve(const QString& dir, const QString& archive, const QByteArray& zip,
     index.write(QJsonDocument(QJsonObject{{"firmware", QJsonArray{entry}}}).toJson());
 }
 
-QString copyDataFolder(const QString& to) {
-    const QDir from(sampledata::runtimeDir() + "/data");
-    QDirIterator it(from.path(), QDir::Files, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString source = it.next();
-        const QString relative = from.relativeFilePath(source);
-        if (relative.startsWith("CMakeFiles") || relative.endsWith(".cmake") ||
-            relative.endsWith(".log") || relative == "temp.hex") {
-            continue;
-        }
-        QDir().mkpath(QFileInfo(to + "/data/" + relative).absolutePath());
-        QFile::copy(source, to + "/data/" + relative);
-    }
-    return to + "/data";
-}
-
 } // namespace testsupport

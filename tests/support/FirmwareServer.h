@@ -34,10 +34,6 @@ QMap<QString, QByteArray> listing(const QString& dir);
 void serve(const QString& dir, const QString& archive, const QByteArray& zip,
            const QByteArray& indexSha = QByteArray(), qint64 indexSize = -1);
 
-// A copy of the runtime data folder into root/data, without the build's own files, logs and
-// scratch image; the new folder's path.
-QString copyDataFolder(const QString& root);
-
 class FirmwareServer {
 public:
     explicit FirmwareServer(const QString& dir, const QStringList& options = {});

@@ -1,6 +1,7 @@
 #include "support/TestSupport.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
@@ -23,6 +24,22 @@ QString expectedText(const QString& name, const QString& seen) {
         writeFile(path, seen.toUtf8());
     }
     return QString::fromUtf8(readFile(path));
+}
+
+QString copyDataFolder(const QString& to) {
+    const QDir from(runtimeDir() + QStringLiteral("/data"));
+    QDirIterator it(from.path(), QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString source = it.next();
+        const QString relative = from.relativeFilePath(source);
+        if (relative.startsWith("CMakeFiles") || relative.endsWith(".cmake") ||
+            relative.endsWith(".log") || relative == "temp.hex") {
+            continue;
+        }
+        QDir().mkpath(QFileInfo(to + "/data/" + relative).absolutePath());
+        QFile::copy(source, to + "/data/" + relative);
+    }
+    return to + "/data";
 }
 
 } // namespace testsupport

@@ -22,6 +22,10 @@ inline QString sourceDir() {
     return QStringLiteral(KX_SOURCE_DIR);
 }
 
+// A copy of the runtime data folder into root/data, without the build's own files, logs and
+// the application's scratch image; the new folder's path.
+QString copyDataFolder(const QString& root);
+
 // Writes the file, making its folders; false when that fails.
 bool writeFile(const QString& path, const QByteArray& bytes);
 // The file's bytes, or "<unreadable>" (which no test file holds).
