@@ -61,13 +61,7 @@ util::VersionContainer AppModel::getVersionByEnq(const QString& enq) const {
 }
 
 QList<util::VersionContainer> AppModel::getVersionsByKxs(const QString& kxs) const {
-    QList<util::VersionContainer> sharing;
-    for (const util::VersionContainer& v : m_catalogue.versions()) {
-        if (v.kxsVersion == kxs) {
-            sharing.append(v);
-        }
-    }
-    return sharing;
+    return m_catalogue.sharingLayout(kxs);
 }
 
 void AppModel::setDefaultVersion(const util::VersionContainer& version) {

@@ -25,6 +25,7 @@ public:
     void addVersions(const QList<util::VersionContainer>& versions);
     void clearVersions();
     const QList<util::VersionContainer>& getVersions() const { return m_catalogue.versions(); }
+    const util::VersionCatalogue& catalogue() const { return m_catalogue; }
     bool containsKxsVersion(const QString& kxs) const;
     bool containsFwVersion(const QString& fw) const;
     bool containsEnqVersion(const QString& enq) const;

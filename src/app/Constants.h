@@ -139,6 +139,30 @@ inline const QString MESSAGE_UPDATE_VERSION_NONE =
     MESSAGE_VERSION_NONE +
     QStringLiteral("\nd) Your KX firmware may be corrupted, and you will need to update with "
                    "\"Reset settings to defaults\" checked.");
+// The firmware update (%1: the instrument's model, %2: the model the firmware is for).
+inline const QString MESSAGE_UPDATE_OTHER_MODEL =
+    QStringLiteral("This Korvex is a %1, and the firmware you chose is for the %2. Nothing was "
+                   "changed on the Korvex: choose firmware for the %1.");
+inline const QString TITLE_UPDATE_RECOVER = QStringLiteral("Finish the Firmware Update");
+inline const QString MESSAGE_UPDATE_UNCHANGED =
+    QStringLiteral("The Korvex was not changed and runs its old firmware again.");
+inline const QString MESSAGE_UPDATE_INTERRUPTED =
+    QStringLiteral("The firmware update did not complete. The Korvex stays in its update mode "
+                   "until it is updated: check the cable and run the update again.");
+inline const QString MESSAGE_UPDATE_BACKUP_KEPT =
+    QStringLiteral("Your settings are kept in %1; the next update offers to put them back.");
+// %1: the version the instrument runs.
+inline const QString MESSAGE_UPDATE_UNKNOWN_FIRMWARE = QStringLiteral(
+    "The Korvex runs firmware \"%1\", which this program does not know, so its settings cannot "
+    "be carried across. Update with \"Reset settings to defaults\" checked, or get the newest "
+    "firmware files first.");
+// %1: the firmware version.
+inline const QString MESSAGE_UPDATE_NOT_ANSWERING =
+    QStringLiteral("The firmware was written, but the Korvex does not answer as firmware %1.");
+inline const QString MESSAGE_UPDATE_NO_FIRMWARE = QStringLiteral(
+    "The Korvex does not answer in its normal display mode, but its update mode does: it holds "
+    "no working firmware, most likely after an update that was cut short. The update can be "
+    "finished now, with the settings of a backup or with the new firmware's defaults.");
 inline const QString MESSAGE_WRITE_VERSION_NONE =
     MESSAGE_VERSION_NONE +
     QStringLiteral("\nd) The Korvex is running old firmware (such as V3.0prelim6). In that "

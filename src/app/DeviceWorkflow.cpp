@@ -3,6 +3,10 @@
 #include "app/AppController.h"
 #include "app/AppModel.h"
 #include "app/Constants.h"
+#include "app/WindowDecisions.h"
+#include "device/CompareSettings.h"
+#include "device/ReadSettings.h"
+#include "device/WriteSettings.h"
 #include "sf/SetupComparison.h"
 #include "sf/SetupFile.h"
 #include "ui/AppView.h"
@@ -16,21 +20,13 @@
 #include "util/SerialSystem.h"
 #include "util/Uploader.h"
 
-#include <QDebug>
 #include <QDir>
-#include <QEventLoop>
 #include <QFileInfo>
-#include <QTimer>
 
 namespace ui {
 
-namespace {
-constexpr int ENQ_ATTEMPTS = 3;
-int g_retryWaitMs = 1000;
-} // namespace
-
 void DeviceWorkflow::setRetryWaitMs(int ms) {
-    g_retryWaitMs = ms;
+    device::Operation::setRetryWaitMs(ms);
 }
 
 DeviceWorkflow::~DeviceWorkflow() {
@@ -120,23 +116,21 @@ void DeviceWorkflow::endProgress() {
     }
 }
 
-QString DeviceWorkflow::detectVersion() {
-    progress->setProgressText(MESSAGE_DETECT_VERSION);
-    const QString enq =
-        c.communicator().getParsedENQVersion(c.uploader().getSerialPort(), ENQ_ATTEMPTS);
-    qDebug().noquote() << "Got" << enq << "for version string";
-    return enq;
-}
-
-void DeviceWorkflow::sendReset() {
-    const bool wasVisible = progress->isVisible();
-    progress->show();
-    progress->setProgressText(MESSAGE_RESETTING);
-    QObject::disconnect(progressText);
-    c.uploader().reset();
-    progressText = QObject::connect(&c.uploader(), &util::Uploader::suplProgress, progress,
-                                    &ProgressDialog::setProgressText);
-    progress->setVisible(wasVisible);
+void DeviceWorkflow::follow(device::Operation& operation) {
+    QObject::connect(&operation, &device::Operation::status, progress,
+                     &ProgressDialog::setProgressText);
+    QObject::connect(&operation, &device::Operation::resetting, progress, [this](bool started) {
+        // The reset's own texts stay off the dialog, which says what is being done.
+        if (started) {
+            resetWasVisible = progress->isVisible();
+            progress->show();
+            QObject::disconnect(progressText);
+        } else {
+            progressText = QObject::connect(&c.uploader(), &util::Uploader::suplProgress, progress,
+                                            &ProgressDialog::setProgressText);
+            progress->setVisible(resetWasVisible);
+        }
+    });
 }
 
 void DeviceWorkflow::readPressed() {
@@ -156,40 +150,21 @@ void DeviceWorkflow::readPressed() {
     }
 }
 
-util::VersionContainer DeviceWorkflow::versionForRead(const QString& enq, bool interactive) {
-    AppModel& model = *c.getModel();
-    if (!enq.isEmpty() && model.containsEnqVersion(enq)) {
-        return model.getVersionByEnq(enq);
-    }
-    if (!interactive) {
-        return util::VersionContainer();
-    }
-    if (!enq.isEmpty()) {
-        return c.getVersionFromUser(
-            model.getVersions(), MESSAGE_SELECT_VERSION_READ_MISMATCH.arg(util::printVersion(enq)),
-            TITLE_VERSION_SELECT);
-    }
-    return c.getVersionFromUser(model.getVersions(), MESSAGE_SELECT_VERSION_READ, TITLE_VERSION);
-}
-
 KXFileModel* DeviceWorkflow::readHelper(QWidget* parent, bool interactive) {
     startProgress(TITLE_READ_PROGRESS, parent, true);
-    const QString enq = detectVersion();
-    if (progress->wasAborted()) {
+    WindowDecisions decisions(c.prompts(), c.getView(), c.getModel()->getVersions(), progress);
+    device::ReadSettings read(c.uploader(), c.getModel()->catalogue(), decisions);
+    follow(read);
+    if (!read.run(interactive)) {
         endProgress();
-        return nullptr;
-    }
-    if (!c.uploader().readSettings(FILE_TEMP, true)) {
-        endProgress();
-        c.showError(ERROR_READHEX);
+        if (read.errorString() == ERROR_READHEX) {
+            c.showError(ERROR_READHEX);
+        }
         return nullptr;
     }
     progress->hide();
-    const util::VersionContainer version = versionForRead(enq, interactive);
-    KXFileModel* file = nullptr;
-    if (!version.fwVersion.isEmpty()) {
-        file = c.open(PATH_DATA + FILE_TEMP, QString(), FILE_READ.arg(c.nextRead()), true, version);
-    }
+    KXFileModel* file = c.open(device::ReadSettings::imagePath(), QString(),
+                               FILE_READ.arg(c.nextRead()), true, read.version());
     progress->show();
     endProgress();
     return file;
@@ -219,79 +194,22 @@ bool DeviceWorkflow::write(KXFileModel* file) {
     if (!file || !promptForCom(TITLE_WRITE)) {
         return false;
     }
-    if (c.prompts().ask(QMessageBox::Question, TITLE_CONFIRM_WRITE, MESSAGE_CONFIRM_WRITE,
-                        QString(), QMessageBox::Yes | QMessageBox::No,
-                        QMessageBox::NoButton) != QMessageBox::Yes) {
-        return false;
-    }
-    startProgress(TITLE_WRITE_PROGRESS, c.getView(), false);
-    QString enq;
-    for (;;) {
-        enq = detectVersion();
-        if (!enq.isEmpty()) {
-            break;
-        }
-        const QMessageBox::StandardButton answer = c.promptUser(
-            MESSAGE_WRITE_VERSION_NONE, DETAILS_WRITE_VERSION_NONE, TITLE_WRITE_CONFIRM,
-            QMessageBox::Retry | QMessageBox::Ignore | QMessageBox::Cancel, QMessageBox::NoButton);
-        if (answer == QMessageBox::Ignore) {
-            break;
-        }
-        sendReset();
-        if (answer != QMessageBox::Retry) {
-            endProgress();
-            return false;
-        }
-        QEventLoop pause;
-        QTimer::singleShot(g_retryWaitMs, &pause, &QEventLoop::quit);
-        pause.exec();
-    }
-    util::Uploader& supl = c.uploader();
-    const auto fail = [this, &enq](const QString& error) {
-        if (!error.isEmpty()) {
-            c.showError(error);
-        }
-        if (!enq.isEmpty()) {
-            sendReset();
-        }
-        endProgress();
-        return false;
-    };
-    if (!supl.readSettings(FILE_TEMP, false)) {
-        return fail(ERROR_READHEX);
-    }
-    if (!enq.isEmpty()) {
-        AppModel& model = *c.getModel();
-        const util::VersionContainer ours = model.getVersionByEnq(enq);
-        const util::VersionContainer theirs = model.getVersionByFw(file->getFWVersion());
-        if (ours.fwVersion.isEmpty()) {
-            if (c.promptUser(MESSAGE_WRITE_UNKNOWN_KX_FW.arg(enq, file->getFWVersion()),
-                             DETAILS_WRITE_VERSION_MISMATCH, TITLE_WRITE_CONFIRM,
-                             QMessageBox::Yes | QMessageBox::No,
-                             QMessageBox::No) != QMessageBox::Yes) {
-                return fail(QString());
-            }
-        } else if (!theirs.fwVersion.isEmpty() &&
-                   ours.kxsVersion.compare(theirs.kxsVersion, Qt::CaseInsensitive) != 0) {
-            QStringList sharing;
-            for (const util::VersionContainer& v : model.getVersionsByKxs(theirs.kxsVersion)) {
-                sharing << QLatin1Char('"') + v.fwVersion + QLatin1Char('"');
-            }
-            return fail(
-                ERROR_WRITE_KXS_VERSION_MISMATCH.arg(enq, sharing.join(QStringLiteral(", "))));
-        }
-    }
-    progress->show();
-    const QString temp = PATH_DATA + FILE_TEMP;
-    if (!file->save(temp, false, true)) {
-        return fail(ERROR_SAVEHEX.arg(temp));
-    }
-    if (!supl.writeSettings(FILE_TEMP, true)) {
-        return fail(ERROR_WRITEHEX);
+    WindowDecisions decisions(c.prompts(), c.getView(), c.getModel()->getVersions());
+    device::WriteSettings write(c.uploader(), c.getModel()->catalogue(), decisions);
+    decisions.setOnConfirmed([this, &decisions, &write] {
+        startProgress(TITLE_WRITE_PROGRESS, c.getView(), false);
+        decisions.setProgress(progress);
+        follow(write);
+    });
+    const bool written = write.run(file->setupFile());
+    if (!written && !write.errorString().isEmpty()) {
+        c.showError(write.errorString());
     }
     endProgress();
-    file->setStatus(STATUS_WRITE.arg(file->getTitle()));
-    return true;
+    if (written) {
+        file->setStatus(STATUS_WRITE.arg(file->getTitle()));
+    }
+    return written;
 }
 
 void DeviceWorkflow::compare(KXFileModel* file) {
@@ -299,30 +217,18 @@ void DeviceWorkflow::compare(KXFileModel* file) {
         return;
     }
     startProgress(QObject::tr("Reading Setup from Korvex"), c.getView(), true);
-    const QString enq = detectVersion();
-    if (progress->wasAborted() || !c.uploader().readSettings(FILE_TEMP, true)) {
-        const bool aborted = progress->wasAborted();
-        endProgress();
-        if (!aborted) {
-            c.showError(ERROR_READHEX);
+    WindowDecisions decisions(c.prompts(), c.getView(), c.getModel()->getVersions(), progress);
+    device::CompareSettings compare(c.uploader(), c.getModel()->catalogue(), decisions);
+    follow(compare);
+    const bool compared = compare.run(file->setupFile());
+    endProgress();
+    if (!compared) {
+        if (!compare.errorString().isEmpty()) {
+            c.showError(compare.errorString());
         }
         return;
     }
-    endProgress();
-    util::VersionContainer version = c.getModel()->getVersionByEnq(enq);
-    if (version.fwVersion.isEmpty()) {
-        version = versionForRead(enq, true);
-    }
-    if (version.fwVersion.isEmpty()) {
-        return;
-    }
-    sf::SetupFile instrument;
-    if (instrument.open(QFileInfo(PATH_DATA + FILE_TEMP).absoluteFilePath(), version) < 0) {
-        c.showError(ERROR_READHEX);
-        return;
-    }
-    const sf::Comparison differences = sf::compareSettings(*file->manager(), instrument.manager());
-    DifferencesDialog dialog(differences, file->getTitle(), c.getView());
+    DifferencesDialog dialog(compare.differences(), file->getTitle(), c.getView());
     c.prompts().run(dialog);
 }
 

@@ -17,6 +17,9 @@ class QWidget;
 namespace util {
 class SerialSystem;
 }
+namespace device {
+class Operation;
+}
 
 namespace ui {
 
@@ -40,7 +43,6 @@ public:
     KXFileModel* readCurrentSettings(const QString& port, const QString& title);
     bool write(KXFileModel* file);
     void compare(KXFileModel* file);
-    void sendReset();
     // The dialog of the transfer under way (null when none ran yet).
     ProgressDialog* progressDialog() const { return progress; }
 
@@ -52,14 +54,15 @@ private:
     // (and its errors to the error box when asked).
     void startProgress(const QString& title, QWidget* parent, bool showErrors);
     void endProgress();
-    QString detectVersion();
     void checkConnection(const QString& port);
-    util::VersionContainer versionForRead(const QString& enq, bool interactive);
+    // Shows what a device workflow does in the progress dialog.
+    void follow(device::Operation& operation);
 
     AppController& c;
     QPointer<ProgressDialog> progress;
     QList<QMetaObject::Connection> wires;
     QMetaObject::Connection progressText;
+    bool resetWasVisible = false;
     util::SerialSystem* serialSystem = nullptr;
 };
 

@@ -91,6 +91,18 @@ const QList<Row>& rows() {
     return all;
 }
 
+// The whole line of the output that holds the first of the texts it holds.
+QString lineHolding(const QString& output, const QStringList& texts) {
+    for (const QString& line : output.split(QLatin1Char('\n'))) {
+        for (const QString& text : texts) {
+            if (line.contains(text)) {
+                return line.trimmed().section(QLatin1Char('\r'), -1).trimmed();
+            }
+        }
+    }
+    return QString();
+}
+
 bool containsAny(const QString& output, const QStringList& texts) {
     for (const QString& text : texts) {
         if (output.contains(text)) {
@@ -192,6 +204,7 @@ void bootloader::textready() {
 void bootloader::interpret(const QString& output) {
     using namespace util;
     if (output.contains(MSG_SUPL_WRITING_START)) {
+        emit writing_started();
         emit textreadysig(QStringLiteral("Upload Progress   0%\n"));
     }
     if (output.contains(QLatin1String("Now verifying"))) {
@@ -236,6 +249,7 @@ void bootloader::interpret(const QString& output) {
             emit textreadysig(row.shown);
             if (row.red) {
                 emit changecolour(RED);
+                emit helper_failed(lineHolding(output, row.texts), row.shown.trimmed());
             }
         }
     }

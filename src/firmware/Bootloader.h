@@ -56,6 +56,10 @@ signals:
     void fw_update_done();
     void supl_closed();
     void devicelist(const QStringList& ports);
+    // The helper started writing (from now on the program flash is being erased).
+    void writing_started();
+    // A failure the helper reported: its own line, and what the log shows for it.
+    void helper_failed(const QString& helperLine, const QString& shown);
 
 public slots:
     void textready();

@@ -1,6 +1,7 @@
 #include "firmware/FirmwareUpdate.h"
 
 #include "app/Constants.h"
+#include "device/Models.h"
 #include "firmware/Bootloader.h"
 #include "firmware/FlashImage.h"
 #include "sf/SetupFile.h"
@@ -44,7 +45,12 @@ bool FirmwareUpdate::prepareImage(const util::VersionContainer& target,
     return built;
 }
 
-bool FirmwareUpdate::flash(const QString& port, const QString& image, int timeoutMs) {
+bool FirmwareUpdate::flash(const QString& port, const QString& image, const QString& model,
+                           int timeoutMs) {
+    m_writing = false;
+    m_identifier.clear();
+    m_reasons.clear();
+    m_refusal.clear();
     bootloader driver;
     connect(&driver, &bootloader::textreadysig, this, &FirmwareUpdate::log);
     connect(&driver, &bootloader::textupdatesig, this, &FirmwareUpdate::progressLine);
@@ -54,6 +60,14 @@ bool FirmwareUpdate::flash(const QString& port, const QString& image, int timeou
     connect(&driver, &bootloader::changecolour, this,
             [&failed](const QColor& c) { failed = failed || c == bootloader::RED; });
     connect(&driver, &bootloader::fw_update_done, this, [&done] { done = true; });
+    connect(&driver, &bootloader::writing_started, this, [this] { m_writing = true; });
+    connect(&driver, &bootloader::helper_failed, this,
+            [this](const QString& line, const QString& shown) {
+                const QString reason = line.isEmpty() ? shown : line;
+                if (!m_reasons.contains(reason)) {
+                    m_reasons << reason;
+                }
+            });
 
     QEventLoop loop;
     QTimer limit;
@@ -66,12 +80,20 @@ bool FirmwareUpdate::flash(const QString& port, const QString& image, int timeou
     driver.filepathupdate(image);
     driver.search();
     loop.exec();
-    if (failed || driver.getIdentification().isEmpty() || !limit.isActive()) {
+    m_identifier = driver.getIdentification();
+    if (failed || m_identifier.isEmpty() || !limit.isActive()) {
         driver.stop();
         if (!limit.isActive()) {
             emit log(QStringLiteral("\nThe instrument did not answer in time.\n"));
             emit colour(bootloader::RED);
         }
+        return false;
+    }
+    const QString found = device::modelOfIdentifier(m_identifier);
+    if (!model.isEmpty() && !found.isEmpty() && found.compare(model, Qt::CaseInsensitive) != 0) {
+        m_refusal = ui::MESSAGE_UPDATE_OTHER_MODEL.arg(found, model);
+        emit colour(bootloader::RED);
+        emit log(m_refusal);
         return false;
     }
     driver.update_firmware();

@@ -10,6 +10,7 @@
 #include <QColor>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 namespace firmware {
 
@@ -29,8 +30,17 @@ public:
                              const QString& imagePath, Migration* migration, QString* error);
 
     // Flashes the image (an absolute path) into the instrument on port: true when the
-    // driver wrote, verified and reset it. Waits at most timeoutMs.
-    bool flash(const QString& port, const QString& image, int timeoutMs = 180000);
+    // driver wrote, verified and reset it. Waits at most timeoutMs. With a model given, an
+    // instrument whose bootloader reports another model is refused before anything is
+    // written (refusal() says so).
+    bool flash(const QString& port, const QString& image, const QString& model = QString(),
+               int timeoutMs = 180000);
+    // After a flash: whether the helper started writing (program flash was being erased);
+    // the identifier the bootloader reported; why it failed, in the helper's own words.
+    bool writingStarted() const { return m_writing; }
+    const QString& identifier() const { return m_identifier; }
+    QString failureReason() const { return m_reasons.join(QLatin1Char('\n')); }
+    const QString& refusal() const { return m_refusal; }
 
     // Whether the instrument on port answers with the version's identification text.
     bool verify(const QString& port, const util::VersionContainer& target);
@@ -43,6 +53,12 @@ signals:
     void log(const QString& text);
     void progressLine(const QString& text);
     void colour(const QColor& colour);
+
+private:
+    bool m_writing = false;
+    QString m_identifier;
+    QStringList m_reasons;
+    QString m_refusal;
 };
 
 } // namespace firmware

@@ -35,6 +35,7 @@ public:
     bool open(const QString& path, const util::VersionContainer& version);
 
     sf::SettingManager* manager() const;
+    sf::SetupFile& setupFile() const { return *m_file; }
     const std::vector<std::unique_ptr<sf::SettingsTableModel>>& tables() const { return m_tables; }
     // The title of each table (the category's), in the order of tables().
     const QStringList& tableTitles() const { return m_titles; }

@@ -2,11 +2,15 @@
 
 #include "app/AppModel.h"
 #include "app/Constants.h"
+#include "app/WindowDecisions.h"
+#include "device/Models.h"
+#include "device/UpdateFirmware.h"
 #include "firmware/Bootloader.h"
-#include "firmware/FirmwareUpdate.h"
+#include "sf/SetupFile.h"
 #include "ui/KXFileModel.h"
-#include "ui/MigrationDialog.h"
 #include "ui/Prompts.h"
+#include "util/KXCommunicator.h"
+#include "util/SerialPorts.h"
 #include "util/Uploader.h"
 #include "util/VersionParser.h"
 
@@ -38,12 +42,16 @@ MainWindow::MainWindow(AppModel* model, const util::VersionContainer& defaultVer
     auto* refresh = new QPushButton(tr("Refresh"), this);
     auto* other = new QPushButton(tr("Other file..."), this);
     for (const util::VersionContainer& v : m_model->getVersions()) {
-        m_versions->addItem(tr("Firmware %1").arg(util::printVersion(v.fwVersion)), v.fwVersion);
+        m_versions->addItem(
+            tr("Firmware %1 (%2)").arg(util::printVersion(v.fwVersion), device::modelOf(v)),
+            v.fwVersion);
     }
     selectVersion(defaultVersion.fwVersion);
     connect(m_versions, QOverload<int>::of(&QComboBox::activated), this,
             &MainWindow::targetChanged);
     connect(refresh, &QPushButton::clicked, this, &MainWindow::refreshPorts);
+    connect(m_port, QOverload<int>::of(&QComboBox::activated), this,
+            &MainWindow::identifyInstrument);
     connect(other, &QPushButton::clicked, this, &MainWindow::chooseFile);
     connect(m_start, &QPushButton::clicked, this, &MainWindow::startUpdate);
     m_reset->setToolTip(tr("Flash the new firmware with its own default settings instead of "
@@ -167,7 +175,8 @@ void MainWindow::replaceProgressLine(const QString& text) {
     static const QRegularExpression figure(QStringLiteral("(\\d+)%"));
     const QRegularExpressionMatch m = figure.match(text);
     if (m.hasMatch()) {
-        m_progress->setValue(m.captured(1).toInt());
+        // Full only once the update is done and checked.
+        m_progress->setValue(qMin(99, m.captured(1).toInt()));
     }
     m_state->setText(text.trimmed());
 }
@@ -190,53 +199,26 @@ bool MainWindow::fail(const QString& text) {
     return false;
 }
 
-bool MainWindow::prepareKeepingSettings(const QString& port, const QString& image) {
-    firmware::FirmwareUpdate probe;
-    appendLog(MESSAGE_DETECT_VERSION);
-    const QString enq = probe.detectVersion(port);
-    if (enq.isEmpty()) {
-        return fail(MESSAGE_UPDATE_VERSION_NONE);
+void MainWindow::identifyInstrument() {
+    const QString path = port();
+    if (path.isEmpty() || m_busy) {
+        return;
     }
+    util::KXCommunicator communicator;
+    const QString enq = communicator.getParsedENQVersion(path, 1);
     const util::VersionContainer current = m_model->getVersionByEnq(enq);
-    if (current.fwVersion.isEmpty()) {
-        return fail(tr("The Korvex runs firmware \"%1\", which this program does not know, so its "
-                       "settings cannot be carried across. Update with \"Reset settings to "
-                       "defaults\" checked, or get the newest firmware files first.")
-                        .arg(enq));
+    if (enq.isEmpty() || current.fwVersion.isEmpty()) {
+        return;
     }
-    appendLog(tr("The Korvex runs firmware %1. Reading its settings...")
-                  .arg(util::printVersion(current.fwVersion)));
-    // The controller reads from the folder above: the update works in the data folder.
-    const QString here = QDir::currentPath();
-    QDir::setCurrent(PATH_DATA);
-    KXFileModel* old = emit readSettings(port, tr("Settings before the update.hex"));
-    QDir::setCurrent(here);
-    if (!old) {
-        return fail(ERROR_READHEX);
+    for (const util::VersionContainer& v : m_model->getVersions()) {
+        if (device::sameModel(v, current)) { // the catalogue lists the newest first
+            selectVersion(v.fwVersion);
+            appendLog(tr("This %1 runs firmware %2; firmware %3 is the newest for it.")
+                          .arg(device::modelOf(current), util::printVersion(current.fwVersion),
+                               util::printVersion(v.fwVersion)));
+            return;
+        }
     }
-    QDir().mkpath(PATH_BACKUPS);
-    const QString backup = prompts().saveFileName(
-        TITLE_SAVE_BACKUP, firmware::FirmwareUpdate::backupPath(current.fwVersion), FILTER_HEX);
-    if (!backup.isEmpty()) {
-        appendLog(old->save(backup, true, false) ? tr("Backup saved in %1").arg(backup)
-                                                 : ERROR_SAVEHEX.arg(backup));
-    }
-    firmware::Migration migration;
-    QString error;
-    if (!firmware::FirmwareUpdate::prepareImage(m_target, old->manager(), image, &migration,
-                                                &error)) {
-        return fail(error);
-    }
-    MigrationDialog preview(migration, util::printVersion(current.fwVersion),
-                            util::printVersion(m_target.fwVersion), this);
-    if (prompts().run(preview) != QDialog::Accepted) {
-        QFile::remove(image);
-        appendLog(tr("Update cancelled; nothing was flashed."));
-        setBusy(false);
-        emit updateFinished(false);
-        return false;
-    }
-    return true;
 }
 
 bool MainWindow::startUpdate() {
@@ -252,34 +234,40 @@ bool MainWindow::startUpdate() {
     m_progress->setValue(0);
     m_model->setLastPort(path);
     emit versionSelected(m_target);
-    const QString image = QFileInfo(PATH_DATA + QStringLiteral("update.kxhex")).absoluteFilePath();
-    if (m_reset->isChecked()) {
-        QString error;
-        if (!firmware::FirmwareUpdate::prepareImage(m_target, nullptr, image, nullptr, &error)) {
-            return fail(error);
+
+    util::Uploader uploader;
+    uploader.findComPorts();
+    if (!uploader.getComList().contains(path)) {
+        util::addExtraPort(path);
+        uploader.findComPorts();
+    }
+    uploader.setSerialPort(path);
+    WindowDecisions decisions(prompts(), this, m_model->getVersions());
+    device::UpdateFirmware update(uploader, m_model->catalogue(), decisions);
+    update.setSettingsReader([this, &path](const QString& title) -> sf::SetupFile* {
+        // The controller reads from the folder above: the update works in the data folder.
+        const QString here = QDir::currentPath();
+        QDir::setCurrent(PATH_DATA);
+        KXFileModel* file = emit readSettings(path, title);
+        QDir::setCurrent(here);
+        return file ? &file->setupFile() : nullptr;
+    });
+    connect(&update, &device::UpdateFirmware::log, this, &MainWindow::appendLog);
+    connect(&update, &device::Operation::status, this, &MainWindow::appendLog);
+    connect(&update, &device::UpdateFirmware::progressLine, this, &MainWindow::replaceProgressLine);
+    connect(&update, &device::UpdateFirmware::colour, this,
+            [this](const QColor& c) { m_colour = c; });
+    if (!update.run(m_target, !m_reset->isChecked())) {
+        if (!update.errorString().isEmpty()) {
+            return fail(update.errorString());
         }
-    } else if (!prepareKeepingSettings(path, image)) {
+        setBusy(false);
+        emit updateFinished(false);
         return false;
     }
-    firmware::FirmwareUpdate update;
-    connect(&update, &firmware::FirmwareUpdate::log, this, &MainWindow::appendLog);
-    connect(&update, &firmware::FirmwareUpdate::progressLine, this,
-            &MainWindow::replaceProgressLine);
-    connect(&update, &firmware::FirmwareUpdate::colour, this,
-            [this](const QColor& c) { m_colour = c; });
-    const bool flashed = update.flash(path, image);
-    QFile::remove(image);
-    if (!flashed) {
-        return fail(tr("The firmware update did not complete. The Korvex stays in its update mode "
-                       "until it is updated: check the cable and run the update again."));
-    }
     m_progress->setValue(100);
-    if (!update.verify(path, m_target)) {
-        return fail(tr("The firmware was written, but the Korvex does not answer as firmware %1.")
-                        .arg(util::printVersion(m_target.fwVersion)));
-    }
     m_colour = firmware::bootloader::GREEN;
-    appendLog(tr("The Korvex now runs firmware %1.").arg(util::printVersion(m_target.fwVersion)));
+    appendLog(tr("Update complete."));
     setBusy(false);
     emit updateFinished(true);
     return true;

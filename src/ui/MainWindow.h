@@ -47,6 +47,9 @@ public slots:
     bool startUpdate();
     void refreshPorts();
     void chooseFile();
+    // Asks the instrument on the chosen port for its version and selects the newest
+    // firmware for its model.
+    void identifyInstrument();
 
 signals:
     void showError(const QString& text);
@@ -61,9 +64,6 @@ private:
     void setBusy(bool busy);
     void targetChanged();
     bool fail(const QString& text);
-    // The instrument's settings, backed up and carried into the target; the image to
-    // flash in *image. False when the user stops or something fails.
-    bool prepareKeepingSettings(const QString& port, const QString& image);
     Prompts& prompts();
 
     AppModel* m_model;

@@ -90,4 +90,32 @@ bool VersionCatalogue::enumerate(const QString& firmwareDir, const QString& kxsD
     return !found.isEmpty();
 }
 
+VersionContainer VersionCatalogue::byFw(const QString& fw) const {
+    for (const VersionContainer& v : m_versions) {
+        if (!fw.isEmpty() && v.fwVersion == fw) {
+            return v;
+        }
+    }
+    return VersionContainer();
+}
+
+VersionContainer VersionCatalogue::byEnq(const QString& enq) const {
+    for (const VersionContainer& v : m_versions) {
+        if (!enq.isEmpty() && v.enqString == enq) {
+            return v;
+        }
+    }
+    return VersionContainer();
+}
+
+QList<VersionContainer> VersionCatalogue::sharingLayout(const QString& kxs) const {
+    QList<VersionContainer> sharing;
+    for (const VersionContainer& v : m_versions) {
+        if (v.kxsVersion == kxs) {
+            sharing.append(v);
+        }
+    }
+    return sharing;
+}
+
 } // namespace util

@@ -27,6 +27,13 @@ public:
     bool isEmpty() const { return m_versions.isEmpty(); }
     int size() const { return m_versions.size(); }
 
+    // The version with that firmware version or identification text; an empty one when
+    // there is none (or the text is empty).
+    VersionContainer byFw(const QString& fw) const;
+    VersionContainer byEnq(const QString& enq) const;
+    // Every version with that layout version, in catalogue order.
+    QList<VersionContainer> sharingLayout(const QString& kxs) const;
+
     // Reads every "*.kxhex" file in firmwareDir and its sub-folders with the parser
     // (whose signals report each problem as it is met) against the layout folder kxsDir.
     // Unusable files are skipped. Each version's mapGroup is the folder of its file

@@ -4,7 +4,8 @@
 
 namespace sf {
 class SetupFile;
-}
+struct Comparison;
+} // namespace sf
 
 namespace cli {
 
@@ -12,5 +13,9 @@ namespace cli {
 // warning: FILE: ..."): the count of settings that could not be read and every message
 // the settings reported. Nothing for a clean load.
 void warnProblems(Context& ctx, const sf::SetupFile& file);
+
+// The differences between a and b as diff prints them (plain or JSON).
+void printDifferences(Context& ctx, sf::SetupFile& a, sf::SetupFile& b, const sf::Comparison& c,
+                      bool json);
 
 } // namespace cli

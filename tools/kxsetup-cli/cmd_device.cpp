@@ -1,10 +1,16 @@
-// kxsetup-cli device ...: the instrument on a serial port, through the same version query
-// and helper driver the application uses (util::KXCommunicator, util::Uploader).
+// kxsetup-cli device ...: the instrument on a serial port, through the same workflows the
+// windows run (device::ReadSettings, WriteSettings, CompareSettings, UpdateFirmware); the
+// questions they ask are answered by the command's flags and defaults.
 #include "Command.h"
 #include "Problems.h"
 
 #include "app/Constants.h"
-#include "firmware/FirmwareUpdate.h"
+#include "device/CompareSettings.h"
+#include "device/Decisions.h"
+#include "device/ReadSettings.h"
+#include "device/UpdateFirmware.h"
+#include "device/WriteSettings.h"
+#include "firmware/Migration.h"
 #include "sf/SetupFile.h"
 #include "sf/parser/HexParser.h"
 #include "util/KXCommunicator.h"
@@ -14,7 +20,6 @@
 #include "util/VersionParser.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -24,65 +29,119 @@
 namespace {
 
 const QString Cmd = QStringLiteral("device");
-constexpr int ENQ_ATTEMPTS = 3;
 
-QList<util::VersionContainer> catalogue() {
+util::VersionCatalogue catalogue() {
     util::VersionParser parser;
     util::VersionCatalogue versions;
     versions.enumerate(ui::PATH_FW, ui::PATH_KXS, parser);
-    return versions.versions();
+    return versions;
 }
 
-const util::VersionContainer* byEnq(const QList<util::VersionContainer>& all, const QString& enq) {
-    for (const util::VersionContainer& v : all) {
-        if (!enq.isEmpty() && v.enqString == enq) {
-            return &v;
-        }
-    }
-    return nullptr;
+QString noAnswerText() {
+    return QStringLiteral("the instrument does not answer the version query.\n") +
+           ui::MESSAGE_VERSION_NONE.trimmed();
 }
 
-const util::VersionContainer* byFw(const QList<util::VersionContainer>& all, const QString& fw) {
-    for (const util::VersionContainer& v : all) {
-        if (!fw.isEmpty() && v.fwVersion == fw) {
-            return &v;
-        }
-    }
-    return nullptr;
-}
-
-// The driver on the given port (listed after the enumerated ones when it is not among
-// them), its progress and errors as lines on the error stream.
-class Transfer {
+// The questions of the device workflows answered from the command line: what a person
+// running the command asked for by running it, the flags for the rest. A question
+// answered no leaves the reason in declined().
+class CliDecisions : public device::Decisions {
 public:
-    Transfer(cli::Context& ctx, const QString& port) : m_ctx(ctx) {
+    bool force = false;            // write to an instrument whose version is unknown
+    QString settings;              // --settings: a backup to finish an update with
+    bool resetSettings = false;    // --reset-settings
+    util::VersionContainer chosen; // --version: settings of an unknown instrument
+
+    const QString& declined() const { return m_declined; }
+
+    bool confirmWrite() override { return true; }
+    NoVersion noVersionBeforeWrite() override {
+        m_declined = noAnswerText();
+        return NoVersion::Cancel;
+    }
+    bool writeToUnknownFirmware(const QString& instrument, const QString& file) override {
+        m_declined = ui::MESSAGE_WRITE_UNKNOWN_KX_FW.arg(instrument, file) +
+                     QStringLiteral("\n(--force writes anyway)");
+        return force;
+    }
+    util::VersionContainer chooseReadVersion(const QString& enq) override {
+        m_declined = enq.isEmpty() ? noAnswerText()
+                                   : QStringLiteral("version \"%1\" is not in the catalogue "
+                                                    "(--version FW opens it as FW)")
+                                         .arg(enq);
+        return chosen;
+    }
+    QString backupPath(const QString& proposed) override { return proposed; }
+    bool acceptMigration(const firmware::Migration&, const QString&, const QString&) override {
+        return true;
+    }
+    bool recoverWith(const QStringList& backups, QString* chosenSettings) override {
+        if (!settings.isEmpty() || resetSettings) {
+            *chosenSettings = settings;
+            return true;
+        }
+        m_declined = ui::MESSAGE_UPDATE_NO_FIRMWARE +
+                     QStringLiteral("\nRun the update again with --settings BACKUP.hex") +
+                     (backups.isEmpty()
+                          ? QString()
+                          : QStringLiteral(" (the newest backup is %1)").arg(backups.first())) +
+                     QStringLiteral(" or with --reset-settings.");
+        return false;
+    }
+
+private:
+    QString m_declined;
+};
+
+// The helper driver on the given port (listed after the enumerated ones when it is not
+// among them), its progress and errors as lines on the error stream; a workflow's own
+// progress too.
+class Line {
+public:
+    Line(cli::Context& ctx, const QString& port) : m_ctx(ctx) {
         util::addExtraPort(port);
         uploader.findComPorts();
         uploader.setSerialPort(port);
-        QObject::connect(&uploader, &util::Uploader::suplProgress, [this](const QString& text) {
-            m_ctx.err << text.section(QLatin1Char('\n'), 0, 0) << "\n";
-            m_ctx.err.flush();
-        });
+        QObject::connect(&uploader, &util::Uploader::suplProgress,
+                         [this](const QString& text) { say(text); });
         QObject::connect(&uploader, &util::Uploader::suplError, [this](const QString& text) {
             m_ctx.err << "kxsetup-cli: " << text << "\n";
             m_ctx.err.flush();
         });
     }
+    void follow(device::Operation& operation) {
+        QObject::connect(&operation, &device::Operation::status,
+                         [this](const QString& text) { say(text); });
+    }
+    // The failure of a workflow: its message, or the reason a question was answered no.
+    int failed(const device::Operation& operation, const QString& port) {
+        const QString why =
+            operation.errorString().isEmpty() ? decisions.declined() : operation.errorString();
+        return cli::inputError(m_ctx, port, why.isEmpty() ? QStringLiteral("cancelled") : why);
+    }
+
     util::Uploader uploader;
+    util::VersionCatalogue versions = catalogue();
+    CliDecisions decisions;
 
 private:
+    void say(const QString& text) {
+        m_ctx.err << text.section(QLatin1Char('\n'), 0, 0) << "\n";
+        m_ctx.err.flush();
+    }
     cli::Context& m_ctx;
 };
 
-QString enquire(const QString& port, int attempts) {
-    util::KXCommunicator communicator;
-    return communicator.getParsedENQVersion(port, attempts);
-}
-
-int noAnswer(cli::Context& ctx, const QString& port) {
-    return cli::inputError(ctx, port,
-                           QStringLiteral("the instrument does not answer the version query.\n") +
-                               ui::MESSAGE_VERSION_NONE.trimmed());
+bool takeVersion(cli::Context& ctx, CliDecisions* decisions, QString* error) {
+    QString fw;
+    bool found = false;
+    if (!cli::takeOption(ctx.args, QStringLiteral("--version"), fw, found, *error)) {
+        return false;
+    }
+    if (found && !sf::SetupFile::catalogueVersion(fw, &decisions->chosen, error)) {
+        return false;
+    }
+    return true;
 }
 
 int runPorts(cli::Context& ctx) {
@@ -128,50 +187,41 @@ int runEnq(cli::Context& ctx, const QString& port) {
         return cli::usageError(ctx, Cmd,
                                QStringLiteral("device enq takes --port and --attempts N"));
     }
-    const QString text = enquire(port, attempts);
+    util::KXCommunicator communicator;
+    const QString text = communicator.getParsedENQVersion(port, attempts);
     if (text.isNull()) {
-        return noAnswer(ctx, port);
+        return cli::inputError(ctx, port, noAnswerText());
     }
     ctx.out << text << "\n";
     return cli::ExitOk;
 }
 
-// Reads the instrument into the scratch image and copies it to target with the metadata
-// of the detected version.
+// Reads the instrument and saves its settings to the target with the metadata of their
+// version.
 int runRead(cli::Context& ctx, const QString& port) {
     QString output;
     bool found = false;
     QString error;
+    Line line(ctx, port);
     if (!cli::takeOption(ctx.args, QStringLiteral("-o"), output, found, error) || !found ||
-        !ctx.args.isEmpty()) {
+        !takeVersion(ctx, &line.decisions, &error) || !ctx.args.isEmpty()) {
         return cli::usageError(
             ctx, Cmd, error.isEmpty() ? QStringLiteral("device read needs -o FILE") : error);
     }
-    const QString target = ctx.filePath(output);
-    const QString enq = enquire(port, ENQ_ATTEMPTS);
-    const QList<util::VersionContainer> versions = catalogue();
-    const util::VersionContainer* version = byEnq(versions, enq);
-    if (!version) {
-        return enq.isNull()
-                   ? noAnswer(ctx, port)
-                   : cli::inputError(
-                         ctx, port,
-                         QStringLiteral("version \"%1\" is not in the catalogue").arg(enq));
-    }
-    Transfer transfer(ctx, port);
-    if (!transfer.uploader.readSettings(ui::FILE_TEMP, true)) {
-        return cli::inputError(ctx, port,
-                               QStringLiteral("reading the settings failed; nothing written"));
+    device::ReadSettings read(line.uploader, line.versions, line.decisions);
+    line.follow(read);
+    if (!read.run(true)) {
+        return line.failed(read, port);
     }
     sf::parser::HexParser image;
-    if (!image.loadHex(ui::PATH_DATA + ui::FILE_TEMP, sf::parser::PhantomNone,
+    if (!image.loadHex(device::ReadSettings::imagePath(), sf::parser::PhantomNone,
                        QIODevice::ReadOnly)) {
-        return cli::inputError(ctx, ui::PATH_DATA + ui::FILE_TEMP, image.errorString());
+        return cli::inputError(ctx, device::ReadSettings::imagePath(), image.errorString());
     }
-    image.setFwVersion(version->fwVersion);
-    image.setKxsVersion(version->kxsVersion);
-    image.setEnqString(version->enqString);
-    QSaveFile file(target);
+    image.setFwVersion(read.version().fwVersion);
+    image.setKxsVersion(read.version().kxsVersion);
+    image.setEnqString(read.version().enqString);
+    QSaveFile file(ctx.filePath(output));
     if (!file.open(QIODevice::WriteOnly) || !image.writeToDevice(&file, false, 16) ||
         !file.commit()) {
         return cli::inputError(ctx, output, QStringLiteral("cannot write the file"));
@@ -180,6 +230,8 @@ int runRead(cli::Context& ctx, const QString& port) {
 }
 
 int runWrite(cli::Context& ctx, const QString& port) {
+    Line line(ctx, port);
+    line.decisions.force = cli::takeFlag(ctx.args, QStringLiteral("--force"));
     if (ctx.args.size() != 1) {
         return cli::usageError(ctx, Cmd, QStringLiteral("device write needs one setup file"));
     }
@@ -190,125 +242,83 @@ int runWrite(cli::Context& ctx, const QString& port) {
         return cli::inputError(ctx, ctx.args.first(), error);
     }
     cli::warnProblems(ctx, setup);
-    const QString enq = enquire(port, ENQ_ATTEMPTS);
-    if (enq.isNull()) {
-        return noAnswer(ctx, port);
+    device::WriteSettings write(line.uploader, line.versions, line.decisions);
+    line.follow(write);
+    return write.run(setup) ? cli::ExitOk : line.failed(write, port);
+}
+
+int runCompare(cli::Context& ctx, const QString& port) {
+    Line line(ctx, port);
+    const bool json = cli::takeFlag(ctx.args, QStringLiteral("--json"));
+    QString error;
+    if (!takeVersion(ctx, &line.decisions, &error) || ctx.args.size() != 1) {
+        return cli::usageError(
+            ctx, Cmd,
+            error.isEmpty() ? QStringLiteral("device compare needs one setup file") : error);
     }
-    Transfer transfer(ctx, port);
-    if (!transfer.uploader.readSettings(ui::FILE_TEMP, false)) {
-        transfer.uploader.reset();
-        return cli::inputError(
-            ctx, port, QStringLiteral("reading the current settings failed; nothing written"));
+    sf::SetupFile setup;
+    if (!setup.open(ctx.filePath(ctx.args.first()), QString(), &error)) {
+        return cli::inputError(ctx, ctx.args.first(), error);
     }
-    const QList<util::VersionContainer> versions = catalogue();
-    const util::VersionContainer* device = byEnq(versions, enq);
-    const util::VersionContainer* file = byFw(versions, setup.version().fwVersion);
-    if (!device) {
-        transfer.uploader.reset();
-        return cli::inputError(ctx, port,
-                               ui::MESSAGE_WRITE_UNKNOWN_KX_FW.arg(enq, setup.version().fwVersion));
+    cli::warnProblems(ctx, setup);
+    device::CompareSettings compare(line.uploader, line.versions, line.decisions);
+    line.follow(compare);
+    if (!compare.run(setup)) {
+        return line.failed(compare, port);
     }
-    if (file && device->kxsVersion.compare(file->kxsVersion, Qt::CaseInsensitive) != 0) {
-        QStringList sharing;
-        for (const util::VersionContainer& v : versions) {
-            if (v.kxsVersion == file->kxsVersion) {
-                sharing << QLatin1Char('"') + v.fwVersion + QLatin1Char('"');
-            }
-        }
-        transfer.uploader.reset();
-        return cli::inputError(
-            ctx, port,
-            ui::ERROR_WRITE_KXS_VERSION_MISMATCH.arg(enq, sharing.join(QStringLiteral(", "))));
-    }
-    if (!setup.saveTo(ui::PATH_DATA + ui::FILE_TEMP, &error)) {
-        transfer.uploader.reset();
-        return cli::inputError(ctx, ui::PATH_DATA + ui::FILE_TEMP, error);
-    }
-    if (!transfer.uploader.writeSettings(ui::FILE_TEMP, true)) {
-        transfer.uploader.reset();
-        return cli::inputError(ctx, port, QStringLiteral("writing the settings failed"));
-    }
+    cli::printDifferences(ctx, setup, *compare.instrument(), compare.differences(), json);
     return cli::ExitOk;
 }
 
 // The firmware update without a window: keeps the instrument's settings (read, backed up
-// and carried into the new version) unless told to reset them, flashes, and checks that
-// the instrument answers with the new version.
+// and carried into the new version) unless told to reset them or given the settings to
+// use, flashes, and checks that the instrument answers with the new version. An
+// instrument left without firmware is recovered with --settings or --reset-settings.
 int runFlash(cli::Context& ctx, const QString& port) {
-    const bool reset = cli::takeFlag(ctx.args, QStringLiteral("--reset-settings"));
+    Line line(ctx, port);
+    line.decisions.resetSettings = cli::takeFlag(ctx.args, QStringLiteral("--reset-settings"));
+    bool found = false;
+    QString error;
+    if (!cli::takeOption(ctx.args, QStringLiteral("--settings"), line.decisions.settings, found,
+                         error)) {
+        return cli::usageError(ctx, Cmd, error);
+    }
     if (ctx.args.size() != 1) {
         return cli::usageError(ctx, Cmd, QStringLiteral("device flash needs one firmware version"));
     }
+    if (found && line.decisions.resetSettings) {
+        return cli::usageError(ctx, Cmd,
+                               QStringLiteral("give --settings or --reset-settings, not both"));
+    }
+    if (found) {
+        line.decisions.settings =
+            QFileInfo(ctx.filePath(line.decisions.settings)).absoluteFilePath();
+    }
     util::VersionContainer target;
-    QString error;
     if (!sf::SetupFile::catalogueVersion(ctx.args.first(), &target, &error)) {
         return cli::inputError(ctx, ctx.args.first(), error);
     }
-    firmware::FirmwareUpdate update;
-    QObject::connect(&update, &firmware::FirmwareUpdate::log, [&ctx](const QString& text) {
-        const QString line = text.trimmed();
-        if (!line.isEmpty()) {
-            ctx.err << line << "\n";
+    device::UpdateFirmware update(line.uploader, line.versions, line.decisions);
+    line.follow(update);
+    update.setSettingsFile(line.decisions.settings);
+    QObject::connect(&update, &device::UpdateFirmware::log, [&ctx](const QString& text) {
+        const QString shown = text.trimmed();
+        if (!shown.isEmpty()) {
+            ctx.err << shown << "\n";
             ctx.err.flush();
         }
     });
-    QObject::connect(&update, &firmware::FirmwareUpdate::progressLine,
+    QObject::connect(&update, &device::UpdateFirmware::progressLine,
                      [&ctx](const QString& text) { ctx.err << text << "\r"; });
-    sf::SetupFile old;
-    if (!reset) {
-        const QString enq = update.detectVersion(port);
-        if (enq.isEmpty()) {
-            return cli::inputError(ctx, port,
-                                   QStringLiteral("the instrument does not answer the version "
-                                                  "query.\n") +
-                                       ui::MESSAGE_UPDATE_VERSION_NONE.trimmed());
-        }
-        const QList<util::VersionContainer> versions = catalogue();
-        const util::VersionContainer* current = byEnq(versions, enq);
-        if (!current) {
-            return cli::inputError(
-                ctx, port,
-                QStringLiteral("the instrument runs \"%1\", which is not in the catalogue; its "
-                               "settings cannot be carried across (--reset-settings flashes "
-                               "with the new defaults)")
-                    .arg(enq));
-        }
-        Transfer transfer(ctx, port);
-        if (!transfer.uploader.readSettings(ui::FILE_TEMP, true) ||
-            old.open(QFileInfo(ui::PATH_DATA + ui::FILE_TEMP).absoluteFilePath(), *current) < 0) {
-            return cli::inputError(ctx, port,
-                                   QStringLiteral("reading the settings failed; nothing flashed"));
-        }
-        const QString backup = firmware::FirmwareUpdate::backupPath(current->fwVersion);
-        QDir().mkpath(ui::PATH_BACKUPS);
-        if (!old.saveTo(backup, &error)) {
-            return cli::inputError(ctx, backup, error + QStringLiteral("; nothing flashed"));
-        }
-        ctx.err << "settings of " << current->fwVersion << " kept in "
-                << QFileInfo(backup).absoluteFilePath() << "\n";
-    }
-    const QString image =
-        QFileInfo(ui::PATH_DATA + QStringLiteral("update.kxhex")).absoluteFilePath();
-    firmware::Migration migration;
-    if (!firmware::FirmwareUpdate::prepareImage(target, reset ? nullptr : &old.manager(), image,
-                                                &migration, &error)) {
-        return cli::inputError(ctx, target.mapFilePath, error);
-    }
-    if (!reset) {
-        ctx.err << migration.report.kept.size() << " settings kept, "
-                << migration.report.converted.size() << " converted, "
-                << migration.report.defaults.size() << " at the new defaults\n";
-    }
-    const bool flashed = update.flash(port, image);
-    QFile::remove(image);
+    const bool done = update.run(target, !line.decisions.resetSettings);
     ctx.err << "\n";
-    if (!flashed) {
-        return cli::inputError(ctx, port, QStringLiteral("flashing failed"));
+    if (update.before()) {
+        const firmware::Migration& m = update.migration();
+        ctx.err << m.report.kept.size() << " settings kept, " << m.report.converted.size()
+                << " converted, " << m.report.defaults.size() << " at the new defaults\n";
     }
-    if (!update.verify(port, target)) {
-        return cli::inputError(ctx, port,
-                               QStringLiteral("flashed, but the instrument does not answer as %1")
-                                   .arg(target.fwVersion));
+    if (!done) {
+        return line.failed(update, port);
     }
     ctx.out << "flashed " << target.fwVersion << "\n";
     return cli::ExitOk;
@@ -316,8 +326,8 @@ int runFlash(cli::Context& ctx, const QString& port) {
 
 int runDevice(cli::Context& ctx) {
     if (ctx.args.isEmpty()) {
-        return cli::usageError(ctx, Cmd,
-                               QStringLiteral("give ports, enq, read, write, flash or reset"));
+        return cli::usageError(
+            ctx, Cmd, QStringLiteral("give ports, enq, read, write, compare, flash or reset"));
     }
     const QString what = ctx.args.takeFirst();
     if (what == QLatin1String("ports")) {
@@ -337,6 +347,9 @@ int runDevice(cli::Context& ctx) {
     if (what == QLatin1String("read")) {
         return runRead(ctx, port);
     }
+    if (what == QLatin1String("compare")) {
+        return runCompare(ctx, port);
+    }
     if (what == QLatin1String("write")) {
         return runWrite(ctx, port);
     }
@@ -344,8 +357,8 @@ int runDevice(cli::Context& ctx) {
         return runFlash(ctx, port);
     }
     if (what == QLatin1String("reset") && ctx.args.isEmpty()) {
-        Transfer transfer(ctx, port);
-        return transfer.uploader.reset()
+        Line line(ctx, port);
+        return line.uploader.reset()
                    ? cli::ExitOk
                    : cli::inputError(ctx, port, QStringLiteral("the reset failed"));
     }
@@ -355,8 +368,9 @@ int runDevice(cli::Context& ctx) {
 cli::Registrar
     reg({Cmd,
          QStringLiteral("device ports [--json] | enq --port PATH [--attempts N] | read --port "
-                        "PATH -o FILE | write --port PATH FILE | flash --port PATH FW "
-                        "[--reset-settings] | reset --port PATH"),
+                        "PATH -o FILE [--version FW] | write --port PATH FILE [--force] | compare "
+                        "--port PATH FILE [--json] | flash --port PATH FW [--reset-settings | "
+                        "--settings BACKUP.hex] | reset --port PATH"),
          QStringLiteral("Read, write and reset the instrument on a serial port"), runDevice});
 
 } // namespace

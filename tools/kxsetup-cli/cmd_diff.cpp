@@ -103,12 +103,7 @@ int runDiff(cli::Context& ctx) {
     }
     cli::warnProblems(ctx, a);
     cli::warnProblems(ctx, b);
-    const sf::Comparison c = sf::compareSettings(a.manager(), b.manager());
-    if (json) {
-        printJson(ctx, a, b, c);
-    } else {
-        printPlain(ctx, a, b, c);
-    }
+    cli::printDifferences(ctx, a, b, sf::compareSettings(a.manager(), b.manager()), json);
     return cli::ExitOk;
 }
 
@@ -117,3 +112,12 @@ cli::Registrar reg({QStringLiteral("diff"), QStringLiteral("diff A B [--json]"),
                     runDiff});
 
 } // namespace
+
+void cli::printDifferences(Context& ctx, sf::SetupFile& a, sf::SetupFile& b,
+                           const sf::Comparison& c, bool json) {
+    if (json) {
+        printJson(ctx, a, b, c);
+    } else {
+        printPlain(ctx, a, b, c);
+    }
+}

@@ -2,24 +2,24 @@ kxsetup-cli device: usage errors, and a port where nothing answers (the end-to-e
 against the simulated instrument are in tst_device).
 
   $ kxsetup-cli device
-  ! kxsetup-cli: give ports, enq, read, write, flash or reset
-  ! usage: kxsetup-cli [-C DIR] device ports [--json] | enq --port PATH [--attempts N] | read --port PATH -o FILE | write --port PATH FILE | flash --port PATH FW [--reset-settings] | reset --port PATH
+  ! kxsetup-cli: give ports, enq, read, write, compare, flash or reset
+  ! usage: kxsetup-cli [-C DIR] device ports [--json] | enq --port PATH [--attempts N] | read --port PATH -o FILE [--version FW] | write --port PATH FILE [--force] | compare --port PATH FILE [--json] | flash --port PATH FW [--reset-settings | --settings BACKUP.hex] | reset --port PATH
   [1]
   $ kxsetup-cli device enq
   ! kxsetup-cli: give the serial port with --port PATH
-  ! usage: kxsetup-cli [-C DIR] device ports [--json] | enq --port PATH [--attempts N] | read --port PATH -o FILE | write --port PATH FILE | flash --port PATH FW [--reset-settings] | reset --port PATH
+  ! usage: kxsetup-cli [-C DIR] device ports [--json] | enq --port PATH [--attempts N] | read --port PATH -o FILE [--version FW] | write --port PATH FILE [--force] | compare --port PATH FILE [--json] | flash --port PATH FW [--reset-settings | --settings BACKUP.hex] | reset --port PATH
   [1]
   $ kxsetup-cli device read --port /dev/kx-no-such-port
   ! kxsetup-cli: device read needs -o FILE
-  ! usage: kxsetup-cli [-C DIR] device ports [--json] | enq --port PATH [--attempts N] | read --port PATH -o FILE | write --port PATH FILE | flash --port PATH FW [--reset-settings] | reset --port PATH
+  ! usage: kxsetup-cli [-C DIR] device ports [--json] | enq --port PATH [--attempts N] | read --port PATH -o FILE [--version FW] | write --port PATH FILE [--force] | compare --port PATH FILE [--json] | flash --port PATH FW [--reset-settings | --settings BACKUP.hex] | reset --port PATH
   [1]
   $ kxsetup-cli device flash --port /dev/kx-no-such-port
   ! kxsetup-cli: device flash needs one firmware version
-  ! usage: kxsetup-cli [-C DIR] device ports [--json] | enq --port PATH [--attempts N] | read --port PATH -o FILE | write --port PATH FILE | flash --port PATH FW [--reset-settings] | reset --port PATH
+  ! usage: kxsetup-cli [-C DIR] device ports [--json] | enq --port PATH [--attempts N] | read --port PATH -o FILE [--version FW] | write --port PATH FILE [--force] | compare --port PATH FILE [--json] | flash --port PATH FW [--reset-settings | --settings BACKUP.hex] | reset --port PATH
   [1]
   $ kxsetup-cli device enq --port /dev/kx-no-such-port --attempts x
   ! kxsetup-cli: device enq takes --port and --attempts N
-  ! usage: kxsetup-cli [-C DIR] device ports [--json] | enq --port PATH [--attempts N] | read --port PATH -o FILE | write --port PATH FILE | flash --port PATH FW [--reset-settings] | reset --port PATH
+  ! usage: kxsetup-cli [-C DIR] device ports [--json] | enq --port PATH [--attempts N] | read --port PATH -o FILE [--version FW] | write --port PATH FILE [--force] | compare --port PATH FILE [--json] | flash --port PATH FW [--reset-settings | --settings BACKUP.hex] | reset --port PATH
   [1]
   $ kxsetup-cli device enq --port /dev/kx-no-such-port
   ! kxsetup-cli: /dev/kx-no-such-port: the instrument does not answer the version query.
