@@ -5,7 +5,6 @@
 #include "firmware/Bootloader.h"
 #include "firmware/FlashImage.h"
 #include "sf/SetupFile.h"
-#include "util/KXCommunicator.h"
 
 #include <QDateTime>
 #include <QEventLoop>
@@ -16,11 +15,6 @@
 namespace firmware {
 
 FirmwareUpdate::FirmwareUpdate(QObject* parent) : QObject(parent) {}
-
-QString FirmwareUpdate::detectVersion(const QString& port) {
-    util::KXCommunicator communicator;
-    return communicator.getParsedENQVersion(port, ENQ_ATTEMPTS);
-}
 
 bool FirmwareUpdate::prepareImage(const util::VersionContainer& target,
                                   const sf::SettingManager* old, const QString& imagePath,
@@ -100,11 +94,6 @@ bool FirmwareUpdate::flash(const QString& port, const QString& image, const QStr
     loop.exec();
     driver.stop();
     return done && !failed && limit.isActive();
-}
-
-bool FirmwareUpdate::verify(const QString& port, const util::VersionContainer& target) {
-    const QString answer = detectVersion(port);
-    return !answer.isEmpty() && answer == target.enqString;
 }
 
 QString FirmwareUpdate::backupPath(const QString& version) {

@@ -17,11 +17,7 @@ namespace firmware {
 class FirmwareUpdate : public QObject {
     Q_OBJECT
 public:
-    static constexpr int ENQ_ATTEMPTS = 3;
     explicit FirmwareUpdate(QObject* parent = nullptr);
-
-    // The instrument's identification text (null when it does not answer).
-    QString detectVersion(const QString& port);
 
     // Writes the image to flash into imagePath: the target firmware file with old's
     // settings carried into its defaults (what happened to each in *migration), or, with
@@ -41,9 +37,6 @@ public:
     const QString& identifier() const { return m_identifier; }
     QString failureReason() const { return m_reasons.join(QLatin1Char('\n')); }
     const QString& refusal() const { return m_refusal; }
-
-    // Whether the instrument on port answers with the version's identification text.
-    bool verify(const QString& port, const util::VersionContainer& target);
 
     // Where the old settings are kept before an update: PATH_BACKUPS, named after the
     // version and the time.
