@@ -44,6 +44,20 @@ testsupport::ToolResult helper(const QStringList& args) {
             process.readAllStandardOutput(), process.readAllStandardError()};
 }
 
+// The firmware update's two helper runs: the search, then (when it found the bootloader) the
+// flash with the identifier it reported; the last run's result.
+testsupport::ToolResult searchAndFlash(const QString& port, const QString& firmware) {
+    const testsupport::ToolResult search =
+        helper({QStringLiteral("-s"), port, QStringLiteral("-b")});
+    const QByteArray found = search.out.trimmed().split('\n').last();
+    if (!found.startsWith("Retrieved version number during KX entry procedure: ")) {
+        return search;
+    }
+    return helper({QStringLiteral("-s"), port, QStringLiteral("-B"),
+                   QString::fromLatin1(found.right(4)), QStringLiteral("-wv"), firmware,
+                   QStringLiteral("-x"), g_root + QStringLiteral("/data/debugout.log")});
+}
+
 } // namespace
 
 class TestDevice : public QObject {
@@ -173,19 +187,8 @@ private slots:
         QTemporaryDir tmp;
         const QString state = tmp.filePath(QStringLiteral("state.hex"));
         const QString start = runtimeDir() + QStringLiteral("/data/firmware/") + running;
-        const auto searchAndFlash = [&](const QString& port) {
-            const testsupport::ToolResult search =
-                helper({QStringLiteral("-s"), port, QStringLiteral("-b")});
-            const QByteArray found = search.out.trimmed().split('\n').last();
-            if (!found.startsWith("Retrieved version number during KX entry procedure: ")) {
-                return search;
-            }
-            return helper({QStringLiteral("-s"), port, QStringLiteral("-B"),
-                           QString::fromLatin1(found.right(4)), QStringLiteral("-wv"), firmware,
-                           QStringLiteral("-x"), tmp.filePath(QStringLiteral("debugout.log"))});
-        };
         Simulator sim(start, state, faults);
-        testsupport::ToolResult r = searchAndFlash(sim.port());
+        testsupport::ToolResult r = searchAndFlash(sim.port(), firmware);
         QCOMPARE(r.exitCode, exitCode);
         QVERIFY2(r.out.contains(printed.toLatin1()), r.out.constData());
         QCOMPARE(r.out.contains("All operations completed succesfully!"), exitCode == 0);
@@ -194,7 +197,7 @@ private slots:
         } else if (after == QLatin1String("recovers")) {
             Simulator again(start, state);
             QCOMPARE(device(QStringLiteral("enq"), again.port()).exitCode, 2);
-            r = searchAndFlash(again.port());
+            r = searchAndFlash(again.port(), firmware);
             QVERIFY2(r.exitCode == 0, r.out.constData());
             QCOMPARE(device(QStringLiteral("enq"), again.port()).out,
                      sf::parser::HexParser::readAllMetadata(runtimeDir() + "/data/" + firmware)
@@ -209,6 +212,29 @@ private slots:
                                         runtimeDir() + QStringLiteral("/data/") + firmware});
             QVERIFY2(diff.out.endsWith(QStringLiteral("0 differ, 0 only in A, 0 only in B\n")),
                      qPrintable(diff.out));
+        }
+    }
+
+    // An instrument without runnable firmware, with each fault: the search and a full flash
+    // of 3.20 end as the row says, and a flash that succeeded brings it back to 3.20.
+    void bootloader_data() { testsupport::loadTable(); }
+
+    void bootloader() {
+        QFETCH(QStringList, faults);
+        QFETCH(int, exitCode);
+        QFETCH(QString, printed);
+        QTemporaryDir tmp;
+        const QString state = tmp.filePath(QStringLiteral("state.hex"));
+        const QString firmware = firmwarePath(generations().at(1)); // 3.10
+        QVERIFY(Simulator::writeStateWithoutFirmware(firmware, state));
+        Simulator sim(firmware, state, faults);
+        QCOMPARE(device(QStringLiteral("enq"), sim.port()).exitCode, 2);
+        const testsupport::ToolResult r =
+            searchAndFlash(sim.port(), QStringLiteral("firmware/kx3/3.20.kxhex"));
+        QCOMPARE(r.exitCode, exitCode);
+        QVERIFY2(r.out.contains(printed.toLatin1()), r.out.constData());
+        if (exitCode == 0) {
+            QCOMPARE(device(QStringLiteral("enq"), sim.port()).out, QStringLiteral("3.20\n"));
         }
     }
 
