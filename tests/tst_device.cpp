@@ -2,11 +2,14 @@
 // sample generation reads, is edited, written and read back byte for byte; each injected
 // fault ends in its message, a failed write is never reported as success, and the next
 // operation on a healthy line works.
+#include "sf/parser/HexParser.h"
+#include "sf/parser/PhantomBytes.h"
 #include "support/CliRunner.h"
 #include "support/SampleData.h"
 #include "support/Simulator.h"
 #include "support/TableFile.h"
 #include "support/TestSupport.h"
+#include "util/FirmwareImage.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -39,6 +42,20 @@ testsupport::ToolResult helper(const QStringList& args) {
     process.waitForFinished(60000);
     return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
             process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+// The firmware update's two helper runs: the search, then (when it found the bootloader) the
+// flash with the identifier it reported; the last run's result.
+testsupport::ToolResult searchAndFlash(const QString& port, const QString& firmware) {
+    const testsupport::ToolResult search =
+        helper({QStringLiteral("-s"), port, QStringLiteral("-b")});
+    const QByteArray found = search.out.trimmed().split('\n').last();
+    if (!found.startsWith("Retrieved version number during KX entry procedure: ")) {
+        return search;
+    }
+    return helper({QStringLiteral("-s"), port, QStringLiteral("-B"),
+                   QString::fromLatin1(found.right(4)), QStringLiteral("-wv"), firmware,
+                   QStringLiteral("-x"), g_root + QStringLiteral("/data/debugout.log")});
 }
 
 } // namespace
@@ -100,9 +117,64 @@ private slots:
         QCOMPARE(answer.out, enq + QLatin1Char('\n'));
     }
 
+    // Our helper writes only what a file holds (`held`: ranges FROM-TO of 16-bit addresses,
+    // each byte the instrument's inverted) over words FIRST..LAST: afterwards the instrument's
+    // whole memory (its state file) is what it was with exactly the held real bytes inside the
+    // range replaced, and the same file verifies.
+    void partialWrite_data() { testsupport::loadTable(); }
+
+    void partialWrite() {
+        QFETCH(QString, running);
+        QFETCH(QString, id);
+        QFETCH(uint, first);
+        QFETCH(uint, last);
+        QFETCH(QStringList, held);
+        QFETCH(QStringList, faults);
+        QFETCH(int, exitCode);
+        QFETCH(QString, printed);
+        using namespace util::link;
+        DeviceProfile p;
+        QVERIFY(findProfile(readProfiles(g_root + QStringLiteral("/data/device.txt")), id, &p));
+        const QString firmware = runtimeDir() + QStringLiteral("/data/firmware/") + running;
+        const FirmwareImage before = readFirmware(firmware, p);
+        QByteArray expected = before.settings;
+        const quint64 region = p.imageAddress(p.settingsStart);
+        const sf::parser::PhantomBytes phantoms(p.phantomPeriod());
+        QList<ImageBlock> blocks;
+        for (const QString& range : held) {
+            const quint64 from =
+                (region & ~0xFFFFull) + range.section('-', 0, 0).toUInt(nullptr, 16);
+            const quint64 to = (region & ~0xFFFFull) + range.section('-', 1).toUInt(nullptr, 16);
+            blocks << ImageBlock{from, QByteArray()};
+            for (quint64 a = from; a < to; ++a) {
+                const int at = int(a - region);
+                const bool inRegion = a >= region && at < expected.size();
+                blocks.last().bytes += inRegion ? char(~before.settings.at(at)) : char(0x5A);
+                if (a >= p.imageAddress(first) && a < p.imageAddress(last) &&
+                    !phantoms.isPhantom(a)) {
+                    expected[at] = char(~before.settings.at(at));
+                }
+            }
+        }
+        QTemporaryDir tmp;
+        const QString file = tmp.filePath(QStringLiteral("file.hex"));
+        const QString state = tmp.filePath(QStringLiteral("state.hex"));
+        QVERIFY(writeImage(file, blocks));
+        Simulator sim(firmware, state, faults);
+        const testsupport::ToolResult r = helper(
+            {QStringLiteral("-B"), id, QStringLiteral("-s"), sim.port(), QStringLiteral("-W"),
+             QString::number(first), QString::number(last), file, QStringLiteral("-v"), file});
+        QCOMPARE(r.exitCode, exitCode);
+        QVERIFY2(r.out.contains(printed.toLatin1()), r.out.constData());
+        const FirmwareImage after = QFile::exists(state) ? readFirmware(state, p) : before;
+        QVERIFY(after.program == before.program);
+        QCOMPARE(after.settings.toHex(' '), expected.toHex(' '));
+    }
+
     // Flashing firmware: search, then write and verify, as the firmware update does it. A
     // failure never ends in the completion text, and what the instrument answers afterwards
-    // is the firmware its flash holds.
+    // is the firmware its flash holds; "recovers": switched off and on it answers only its
+    // bootloader (no enquiry answer, the search finds it), and one flash brings it back.
     void flash_data() { testsupport::loadTable(); }
 
     void flash() {
@@ -114,21 +186,23 @@ private slots:
         QFETCH(QString, after);
         QTemporaryDir tmp;
         const QString state = tmp.filePath(QStringLiteral("state.hex"));
-        Simulator sim(runtimeDir() + QStringLiteral("/data/firmware/") + running, state, faults);
-        const testsupport::ToolResult search =
-            helper({QStringLiteral("-s"), sim.port(), QStringLiteral("-b")});
-        const QList<QByteArray> lines = search.out.trimmed().split('\n');
-        QVERIFY2(lines.last().startsWith("Retrieved version number during KX entry procedure: "),
-                 search.out.constData());
-        const QString id = QString::fromLatin1(lines.last().right(4));
-        const testsupport::ToolResult r = helper(
-            {QStringLiteral("-s"), sim.port(), QStringLiteral("-B"), id, QStringLiteral("-wv"),
-             firmware, QStringLiteral("-x"), tmp.filePath(QStringLiteral("debugout.log"))});
+        const QString start = runtimeDir() + QStringLiteral("/data/firmware/") + running;
+        Simulator sim(start, state, faults);
+        testsupport::ToolResult r = searchAndFlash(sim.port(), firmware);
         QCOMPARE(r.exitCode, exitCode);
         QVERIFY2(r.out.contains(printed.toLatin1()), r.out.constData());
         QCOMPARE(r.out.contains("All operations completed succesfully!"), exitCode == 0);
         if (after == QLatin1String("untouched")) {
             QVERIFY(!QFile::exists(state)); // the simulator writes it on the first change
+        } else if (after == QLatin1String("recovers")) {
+            Simulator again(start, state);
+            QCOMPARE(device(QStringLiteral("enq"), again.port()).exitCode, 2);
+            r = searchAndFlash(again.port(), firmware);
+            QVERIFY2(r.exitCode == 0, r.out.constData());
+            QCOMPARE(device(QStringLiteral("enq"), again.port()).out,
+                     sf::parser::HexParser::readAllMetadata(runtimeDir() + "/data/" + firmware)
+                             .enqString +
+                         QLatin1Char('\n'));
         } else if (!after.isEmpty()) {
             QCOMPARE(device(QStringLiteral("enq"), sim.port()).out, after + QLatin1Char('\n'));
         }
@@ -138,6 +212,29 @@ private slots:
                                         runtimeDir() + QStringLiteral("/data/") + firmware});
             QVERIFY2(diff.out.endsWith(QStringLiteral("0 differ, 0 only in A, 0 only in B\n")),
                      qPrintable(diff.out));
+        }
+    }
+
+    // An instrument without runnable firmware, with each fault: the search and a full flash
+    // of 3.20 end as the row says, and a flash that succeeded brings it back to 3.20.
+    void bootloader_data() { testsupport::loadTable(); }
+
+    void bootloader() {
+        QFETCH(QStringList, faults);
+        QFETCH(int, exitCode);
+        QFETCH(QString, printed);
+        QTemporaryDir tmp;
+        const QString state = tmp.filePath(QStringLiteral("state.hex"));
+        const QString firmware = firmwarePath(generations().at(1)); // 3.10
+        QVERIFY(Simulator::writeStateWithoutFirmware(firmware, state));
+        Simulator sim(firmware, state, faults);
+        QCOMPARE(device(QStringLiteral("enq"), sim.port()).exitCode, 2);
+        const testsupport::ToolResult r =
+            searchAndFlash(sim.port(), QStringLiteral("firmware/kx3/3.20.kxhex"));
+        QCOMPARE(r.exitCode, exitCode);
+        QVERIFY2(r.out.contains(printed.toLatin1()), r.out.constData());
+        if (exitCode == 0) {
+            QCOMPARE(device(QStringLiteral("enq"), sim.port()).out, QStringLiteral("3.20\n"));
         }
     }
 

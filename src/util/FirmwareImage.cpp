@@ -27,6 +27,7 @@ void place(FirmwareImage& image, const DeviceProfile& p, quint64 address, const 
         } else if (address >= p.programStart && address < p.programEnd &&
                    !p.inBootloader(address)) {
             image.program[int(address - p.programStart)] = char(data[i]);
+            image.hasProgram = true;
         } else if (address < p.programStart) {
             if (!image.warnings.contains(TRUNCATED_LOW)) {
                 image.warnings << TRUNCATED_LOW;

@@ -21,6 +21,7 @@ struct FirmwareImage {
     // Image bytes of the settings region; 0 where the file has nothing.
     QByteArray settings;
     bool hasSettings = false;
+    bool hasProgram = false; // the file holds data in program flash
     // Notes on data that cannot be written (below program flash, in the bootloader's
     // area or beyond any memory), one text per kind, as the helper prints them.
     QStringList warnings;

@@ -107,15 +107,23 @@ int DeviceProfile::realBytes(quint32 word, int count) const {
 }
 
 bool regionFromImage(const QString& path, const DeviceProfile& profile, quint32 first, quint32 last,
-                     QByteArray* image) {
+                     QByteArray* image, QByteArray* held) {
     sf::parser::HexParser hex;
     if (!hex.loadHex(path, sf::parser::PhantomNone, QIODevice::ReadOnly)) {
         return false;
     }
+    const sf::parser::PhantomBytes phantoms(profile.phantomPeriod());
     image->clear();
+    if (held) {
+        held->clear();
+    }
     for (quint64 a = profile.imageAddress(first); a < profile.imageAddress(last); ++a) {
         const std::optional<QByteArray> byte = hex.readData(quint32(a & 0xFFFF), 1);
-        image->append(byte && byte->size() == 1 ? byte->at(0) : '\0');
+        const bool has = byte && byte->size() == 1;
+        image->append(has ? byte->at(0) : '\0');
+        if (held) {
+            held->append(has && !phantoms.isPhantom(a) ? '\1' : '\0');
+        }
     }
     return true;
 }

@@ -92,9 +92,10 @@ struct DeviceProfile {
 };
 
 // The image bytes of words [first, last) from a HEX file, found by their 16-bit record
-// address as the settings are read; addresses the file does not hold count as 0.
+// address as the settings are read; addresses the file does not hold count as 0. With
+// `held`, one byte per image address: 1 where the file holds a real byte, else 0.
 bool regionFromImage(const QString& path, const DeviceProfile& profile, quint32 first, quint32 last,
-                     QByteArray* image);
+                     QByteArray* image, QByteArray* held = nullptr);
 // Writes image bytes that start at image address `from` as an Intel HEX file (16 bytes
 // per record, extended addresses as needed), after metadata records for the texts that
 // are not empty; the file is replaced in one step.

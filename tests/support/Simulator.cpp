@@ -21,6 +21,16 @@ Simulator::Simulator(const QString& firmware, const QString& state, const QStrin
     }
 }
 
+bool Simulator::writeStateWithoutFirmware(const QString& firmware, const QString& state) {
+    QByteArray kept;
+    for (const QByteArray& line : readFile(firmware).split('\n')) {
+        if (line.mid(7, 2).toUpper() != "C2") { // record type C2: the identification text
+            kept += line + '\n';
+        }
+    }
+    return kept.contains(":00000001FF") && writeFile(state, kept.trimmed() + '\n');
+}
+
 Simulator::~Simulator() {
     if (m_process.state() != QProcess::NotRunning) {
         m_process.terminate();

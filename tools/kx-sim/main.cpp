@@ -5,11 +5,9 @@
 // be injected (kx-sim --help). It runs until it is killed, interrupted or its parent
 // exits.
 #include "Instrument.h"
+#include "StateFile.h"
 
 #include "sf/parser/HexParser.h"
-#include "util/FirmwareImage.h"
-
-#include <QDirIterator>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -35,19 +33,23 @@ namespace {
 const char* const USAGE =
     "usage: kx-sim --firmware FILE.kxhex [--state FILE] [--link PATH] [--device device.txt]\n"
     "              [--no-answer] [--noise] [--slow MS] [--drop N] [--unplug-after N]\n"
-    "              [--wrong-id ID] [--flip ADDRESS] [--pace]\n"
+    "              [--wrong-id ID] [--flip ADDRESS] [--cut-erase] [--cut-program] [--pace]\n"
     "Simulates an instrument on a pseudo-terminal and prints its device path first.\n"
-    "  --state FILE      keep the memory in FILE (a setup image with the program), loaded\n"
-    "                    at start when it exists and rewritten after every write\n"
+    "  --state FILE      keep the memory in FILE (a setup image with the program flash and\n"
+    "                    whether it runs), loaded at start when it exists and rewritten\n"
+    "                    after every change; without runnable firmware (a flash that did not\n"
+    "                    finish) it answers only its bootloader, not the enquiry\n"
     "  --link PATH       also make a symbolic link PATH to the device\n"
     "  --device FILE     the device file (default: the first device.txt above the firmware)\n"
     "  --no-answer       answer nothing\n"
-    "  --noise           send three random bytes before every answer\n"
+    "  --noise           send three noise bytes (the same in every run) before every answer\n"
     "  --slow MS         send answers in pieces of two bytes, MS ms apart\n"
     "  --drop N          drop every Nth byte sent\n"
     "  --unplug-after N  close the line after sending N bytes, and exit\n"
     "  --wrong-id ID     report ID as the device identifier\n"
     "  --flip ADDRESS    the byte at that image address reads back inverted\n"
+    "  --cut-erase       cut the line and exit when half of program flash is erased\n"
+    "  --cut-program     cut the line and exit in the second row write, half of it written\n"
     "  --pace            take as long as the line would: 9600 baud for the enquiry, the\n"
     "                    device file's rate in service mode\n";
 
@@ -60,6 +62,7 @@ void onSignal(int) {
 struct Options {
     QString firmware, state, link, device, wrongId;
     bool noAnswer = false, noise = false, pace = false;
+    Instrument::Cut cut = Instrument::Cut::None;
     int slowMs = 0, drop = 0;
     qint64 unplugAfter = -1, flip = -1;
 };
@@ -91,6 +94,10 @@ bool parse(const QStringList& args, Options* o) {
             o->noAnswer = true;
         } else if (a == QLatin1String("--noise")) {
             o->noise = true;
+        } else if (a == QLatin1String("--cut-erase")) {
+            o->cut = Instrument::Cut::Erase;
+        } else if (a == QLatin1String("--cut-program")) {
+            o->cut = Instrument::Cut::Program;
         } else if (a == QLatin1String("--pace")) {
             o->pace = true;
         } else {
@@ -121,52 +128,6 @@ QString identifierFor(const QString& kxsVersion) {
     return kxsVersion.contains(QLatin1String("KX4"))   ? QStringLiteral("KX4A")
            : kxsVersion.contains(QLatin1String("KX3")) ? QStringLiteral("KX3A")
                                                        : QStringLiteral("DRV3");
-}
-
-struct Identity {
-    QString fw, kxs, enq;
-};
-
-// The firmware the flash now holds: the firmware file of the data folder whose program
-// bytes these are. An instrument with firmware the folder does not know answers the
-// enquiry with an empty text.
-Identity identify(const QString& firmwareFolder, const DeviceProfile& profile,
-                  const QByteArray& program) {
-    FirmwareImage flashed;
-    flashed.program = program;
-    const QByteArray real = flashed.programRealBytes(profile);
-    QDirIterator it(firmwareFolder, {QStringLiteral("*.kxhex")}, QDir::Files,
-                    QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const FirmwareImage candidate = readFirmware(it.next(), profile);
-        if (candidate.error.isEmpty() && candidate.programRealBytes(profile) == real) {
-            return Identity{candidate.fwVersion, candidate.kxsVersion, candidate.enqString};
-        }
-    }
-    return Identity();
-}
-
-// The state file: metadata of the running firmware, the program rows that are not erased
-// and the settings region.
-void writeState(const QString& path, const DeviceProfile& profile, const Instrument& instrument,
-                const Identity& identity) {
-    QList<ImageBlock> blocks;
-    const QByteArray& program = instrument.program();
-    for (int i = 0; i < program.size(); i += 16) {
-        const QByteArray line = program.mid(i, 16);
-        if (line.count(char(0xFF)) + line.count('\0') == line.size() &&
-            line.count(char(0xFF)) > 0) {
-            continue; // erased
-        }
-        if (!blocks.isEmpty() && blocks.last().from + quint64(blocks.last().bytes.size()) ==
-                                     profile.programStart + quint64(i)) {
-            blocks.last().bytes += line;
-        } else {
-            blocks << ImageBlock{profile.programStart + quint64(i), line};
-        }
-    }
-    blocks << ImageBlock{profile.imageAddress(profile.settingsStart), instrument.memory()};
-    writeImage(path, blocks, identity.fw, identity.kxs, identity.enq);
 }
 
 int openPty(QString* path) {
@@ -210,20 +171,22 @@ int main(int argc, char** argv) {
     if (!findProfile(profiles, identifierFor(kxs), &profile)) {
         return die(QStringLiteral("no profile for %1 in %2").arg(kxs, deviceFile));
     }
-    const bool fromState = !o.state.isEmpty() && QFileInfo::exists(o.state);
-    const FirmwareImage start = readFirmware(fromState ? o.state : o.firmware, profile);
+    const QString firmwareFolder =
+        QFileInfo(deviceFile).absolutePath() + QStringLiteral("/firmware");
+    const StartState start = loadStart(o.firmware, o.state, profile);
     if (!start.error.isEmpty()) {
-        return die(QStringLiteral("%1: not a firmware file (%2)")
-                       .arg(fromState ? o.state : o.firmware, start.error));
+        return die(start.error);
     }
-    Identity identity{start.fwVersion, start.kxsVersion, start.enqString};
-    Instrument instrument(profile, start.settings, start.program, identity.enq);
+    Instrument instrument(profile, start.settings, start.program, start.identity, start.runnable,
+                          [&](const QByteArray& program, Identity* identity) {
+                              return recognise(o.firmware, firmwareFolder, profile, program,
+                                               identity);
+                          });
     if (!o.wrongId.isEmpty()) {
         instrument.setIdentifier(o.wrongId);
     }
     instrument.setFlippedAddress(o.flip);
-    const QString firmwareFolder =
-        QFileInfo(deviceFile).absolutePath() + QStringLiteral("/firmware");
+    instrument.setCut(o.cut);
 
     QString path;
     const int master = openPty(&path);
@@ -244,6 +207,7 @@ int main(int argc, char** argv) {
 
     qint64 sent = 0;
     qint64 counter = 0;
+    QRandomGenerator noiseBytes(26); // the same noise in every run
     while (!g_stop) {
         pollfd p{master, POLLIN, 0};
         const int ready = poll(&p, 1, 50);
@@ -262,13 +226,11 @@ int main(int argc, char** argv) {
         const QByteArray in(buffer, int(n));
         const bool service = instrument.inServiceMode();
         QByteArray out = instrument.receive(in);
-        const bool restarted = instrument.restartedWithNewFirmware();
-        if (restarted) {
-            identity = identify(firmwareFolder, profile, instrument.program());
-            instrument.setEnq(identity.enq);
+        if (instrument.memoryChanged() && !o.state.isEmpty()) {
+            writeState(o.state, profile, instrument);
         }
-        if ((instrument.memoryChanged() || restarted) && !o.state.isEmpty()) {
-            writeState(o.state, profile, instrument, identity);
+        if (instrument.lineCut()) {
+            break; // the flash was cut: the line closes with what was done so far
         }
         if (o.noAnswer || out.isEmpty()) {
             continue;
@@ -278,7 +240,7 @@ int main(int argc, char** argv) {
             usleep(useconds_t(qint64(in.size() + out.size()) * 10 * 1000000 / baud));
         }
         if (o.noise) {
-            out.prepend(QByteArray::number(QRandomGenerator::global()->generate(), 16).left(3));
+            out.prepend(QByteArray::number(noiseBytes.generate(), 16).left(3));
         }
         for (int i = 0; i < out.size(); i += (o.slowMs > 0 ? 2 : int(out.size()))) {
             QByteArray piece = out.mid(i, o.slowMs > 0 ? 2 : int(out.size()));

@@ -36,9 +36,8 @@ bool readWords(HelperLink& link, const DeviceProfile& p, quint32 first, quint32 
 }
 
 bool writeWords(HelperLink& link, const DeviceProfile& p, quint32 first, quint32 last,
-                const QByteArray& image, bool report) {
+                const QByteArray& image) {
     const sf::parser::PhantomBytes phantoms(p.phantomPeriod());
-    const quint32 total = last - first;
     for (quint32 word = first; word < last; word += MAX_WORDS) {
         const int count = static_cast<int>(qMin<quint32>(MAX_WORDS, last - word));
         const quint64 offset = p.imageAddress(word) - p.imageAddress(first);
@@ -49,9 +48,96 @@ bool writeWords(HelperLink& link, const DeviceProfile& p, quint32 first, quint32
         if (!link.request(CmdWrite, wordRange(word, count) + real, &reply)) {
             return false;
         }
-        if (report) {
-            say(QStringLiteral("Progress %1%\n").arg(100 * (word + count - first) / total));
+    }
+    return true;
+}
+
+namespace {
+
+// Consecutive words, at most one request's worth, of which the file holds real bytes.
+struct Run {
+    quint32 word = 0;
+    int count = 0;
+    int offset = 0; // of its first image address in the region
+    int span = 0;   // its image addresses
+};
+
+QList<Run> heldRuns(const DeviceProfile& p, quint32 first, quint32 last, const QByteArray& held) {
+    QList<Run> runs;
+    const int per = p.addressesPerWord();
+    for (quint32 word = first; word < last; ++word) {
+        const int at = int(p.imageAddress(word) - p.imageAddress(first));
+        if (!held.mid(at, per).contains('\1')) {
+            continue;
         }
+        if (!runs.isEmpty() && runs.last().word + quint32(runs.last().count) == word &&
+            runs.last().count < MAX_WORDS) {
+            ++runs.last().count;
+            runs.last().span += per;
+        } else {
+            runs << Run{word, 1, at, per};
+        }
+    }
+    return runs;
+}
+
+void reportRun(int done, int total) {
+    say(QStringLiteral("Progress %1%\n").arg(100 * done / qMax(1, total)));
+}
+
+} // namespace
+
+bool writeHeld(HelperLink& link, const DeviceProfile& p, quint32 first, quint32 last,
+               const QByteArray& image, const QByteArray& held) {
+    const sf::parser::PhantomBytes phantoms(p.phantomPeriod());
+    const QList<Run> runs = heldRuns(p, first, last, held);
+    for (int i = 0; i < runs.size(); ++i) {
+        const Run& run = runs.at(i);
+        QByteArray words = image.mid(run.offset, run.span);
+        const QByteArray mask = held.mid(run.offset, run.span);
+        if (mask.count('\1') < p.realBytes(run.word, run.count)) {
+            QByteArray current; // the instrument's bytes the file does not hold stay
+            if (!readWords(link, p, run.word, run.word + quint32(run.count), &current, false)) {
+                return false;
+            }
+            for (int k = 0; k < run.span; ++k) {
+                if (mask.at(k) == 0) {
+                    words[k] = current.at(k);
+                }
+            }
+        }
+        const quint64 from = p.imageAddress(run.word);
+        Frame reply;
+        if (!link.request(CmdWrite,
+                          wordRange(run.word, run.count) +
+                              phantoms.remove(words, from, quint64(run.span)),
+                          &reply)) {
+            return false;
+        }
+        reportRun(i + 1, int(runs.size()));
+    }
+    if (runs.isEmpty()) {
+        reportRun(1, 1);
+    }
+    return true;
+}
+
+bool verifyHeld(HelperLink& link, const DeviceProfile& p, quint32 first, quint32 last,
+                const QByteArray& image, const QByteArray& held, bool* same) {
+    const QList<Run> runs = heldRuns(p, first, last, held);
+    *same = true;
+    for (int i = 0; i < runs.size(); ++i) {
+        const Run& run = runs.at(i);
+        QByteArray actual;
+        if (!readWords(link, p, run.word, run.word + quint32(run.count), &actual, false)) {
+            return false;
+        }
+        for (int k = 0; k < run.span; ++k) {
+            if (held.at(run.offset + k) && actual.at(k) != image.at(run.offset + k)) {
+                *same = false;
+            }
+        }
+        reportRun(i + 1, int(runs.size()));
     }
     return true;
 }
@@ -154,7 +240,7 @@ QString flashFirmware(HelperLink& link, const DeviceProfile& p, const FirmwareIm
         writing.step();
     }
     if (image.hasSettings) {
-        if (!writeWords(link, p, p.settingsStart, p.settingsEnd, image.settings, false)) {
+        if (!writeWords(link, p, p.settingsStart, p.settingsEnd, image.settings)) {
             return QStringLiteral("EEProm write command receive failed!");
         }
         writing.step();

@@ -145,26 +145,30 @@ int run(const Options& o) {
             return fail(QStringLiteral("Could not open file to read data into"));
         }
     }
+    // Only the bytes a file holds are written and verified; every other address keeps what
+    // the instrument has.
     if (!o.writeFile.isEmpty()) {
         QByteArray image;
-        if (!regionFromImage(o.writeFile, profile, o.first, o.last, &image)) {
+        QByteArray held;
+        if (!regionFromImage(o.writeFile, profile, o.first, o.last, &image, &held)) {
             return fail(QStringLiteral("Failed to open file!"));
         }
         say(QStringLiteral("Now writing\n"));
-        if (!writeWords(link, profile, o.first, o.last, image)) {
+        if (!writeHeld(link, profile, o.first, o.last, image, held)) {
             return fail(QStringLiteral("Failed to write memory"));
         }
     }
     if (!o.verifyFile.isEmpty()) {
         QByteArray expected;
-        QByteArray actual;
-        if (!regionFromImage(o.verifyFile, profile, o.first, o.last, &expected)) {
+        QByteArray held;
+        bool same = true;
+        if (!regionFromImage(o.verifyFile, profile, o.first, o.last, &expected, &held)) {
             return fail(QStringLiteral("Failed to open file!"));
         }
-        if (!readWords(link, profile, o.first, o.last, &actual)) {
+        if (!verifyHeld(link, profile, o.first, o.last, expected, held, &same)) {
             return fail(QStringLiteral("Failed to read memory"));
         }
-        if (actual != expected) {
+        if (!same) {
             return fail(QStringLiteral("Verification failure!"));
         }
     }
