@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Builds the Debian package and checks it: the validators (desktop-file-validate,
-# appstreamcli, lintian), the files it must hold, and a start of the application from the
+# appstreamcli, lintian), the files it must hold, the device rule's syntax (udevadm verify
+# where udev has it, else the rule must be the file tst_connection's parser test reads) and
+# the maintainer scripts that apply it, and a start of the application from the
 # unpacked package as an unprivileged user, whose data folder must be made and writable.
 # With --install (CI) it also installs the package, starts the application the way the
 # desktop menu does (the desktop file's Exec line) and removes the package again.
@@ -41,7 +43,7 @@ for path in usr/bin/kxsetup usr/bin/kxsetup-cli usr/bin/kx-sim \
             usr/share/mime/packages/kxsetup.xml \
             usr/share/man/man1/kxsetup-cli.1.gz usr/share/man/man1/kx-sim.1.gz \
             usr/share/kxsetup/data/device.txt usr/share/kxsetup/data/firmware/kx3/3.10.kxhex \
-            usr/share/doc/kxsetup/copyright; do
+            usr/share/doc/kxsetup/copyright usr/lib/udev/rules.d/60-kxsetup.rules; do
     grep -qx "./$path" <<<"$contents" || fail "the package lacks /$path"
 done
 
@@ -70,6 +72,21 @@ check_home() {
 }
 
 dpkg-deb -x "$deb" "$work/root"
+rules="$work/root/usr/lib/udev/rules.d/60-kxsetup.rules"
+if command -v udevadm >/dev/null 2>&1 && udevadm verify --help >/dev/null 2>&1; then
+    udevadm verify "$rules" >/dev/null || fail "udevadm verify refuses the device rule"
+    echo "device rule: udevadm verify accepts it"
+else
+    cmp -s "$rules" "$root/packaging/udev/60-kxsetup.rules" ||
+        fail "the packaged device rule is not packaging/udev/60-kxsetup.rules"
+    echo "device rule: no udevadm verify here; it is the file tst_connection parses"
+fi
+dpkg-deb -e "$deb" "$work/control"
+for script in postinst postrm; do
+    [ -x "$work/control/$script" ] || fail "the package has no executable $script"
+    grep -q 'udevadm trigger --subsystem-match=tty' "$work/control/$script" ||
+        fail "$script does not apply the device rule"
+done
 out="$(as_user "$work/home" "$work/root/usr/bin/kxsetup" 2>"$work/app.log")" ||
     { cat "$work/app.log" >&2; fail "the unpacked application did not start"; }
 grep -q '^painted ' <<<"$out" || fail "the unpacked application did not paint its window"
@@ -89,6 +106,8 @@ if [ $install = 1 ]; then
     check_home "$work/installed-home"
     [ -f /usr/share/mime/application/x-kxsetup-hex.xml ] ||
         fail "the setup file type is not in the MIME database"
-    "${sudo_cmd[@]}" apt-get remove -y -q kxsetup </dev/null >/dev/null
+    [ -f /usr/lib/udev/rules.d/60-kxsetup.rules ] || fail "the device rule is not installed"
+    "${sudo_cmd[@]}" apt-get purge -y -q kxsetup </dev/null >/dev/null
+    [ ! -e /usr/lib/udev/rules.d/60-kxsetup.rules ] || fail "the device rule stayed after removal"
     echo "installed package: starts from its menu entry as an unprivileged user; removed again"
 fi

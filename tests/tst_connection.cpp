@@ -12,8 +12,10 @@
 #include "support/TableFile.h"
 #include "support/TestSupport.h"
 #include "util/ConnectionDoctor.h"
+#include "util/DeviceRule.h"
 #include "util/KXCommunicator.h"
 #include "util/LinkProtocol.h"
+#include "util/SerialPorts.h"
 #include "util/SerialSystem.h"
 
 #include <QDir>
@@ -51,16 +53,19 @@ public:
     QStringList session{QStringLiteral("rider")};
     QList<Holder> holderList;
     bool modemManager = false;
+    QStringList rule; // the adapters the installed device rule covers
     QString answer;
     QStringList asked; // devices enquired, in order
 
     QList<Adapter> adapters() const override { return adapterList; }
+    Port port(const QString&) const override { return {}; }
     Access access(const QString& device) const override { return devices.value(device); }
     QString userName() const override { return QStringLiteral("rider"); }
     QStringList userGroups() const override { return groups; }
     QStringList sessionGroups() const override { return session; }
     QList<Holder> holders(const QString&) const override { return holderList; }
     bool modemManagerRunning() const override { return modemManager; }
+    QStringList ruleAdapters() const override { return rule; }
     QString enquire(const QString& device) override {
         asked << device;
         return answer;
@@ -218,9 +223,14 @@ private slots:
         QFETCH(QStringList, groups);
         QFETCH(QString, holder);
         QFETCH(bool, modemManager);
+        QFETCH(bool, rule);
         QFETCH(QString, answer);
         QFETCH(bool, asked);
         FakeSystem system;
+        for (const util::KnownAdapter& known : util::knownAdapters()) {
+            system.rule << QStringLiteral("%1:%2").arg(known.vendorId, known.productId);
+        }
+        system.rule = rule ? system.rule : QStringList();
         for (const QString& name : adapters) {
             system.adapterList << ADAPTERS.value(name);
             system.devices.insert(ADAPTERS.value(name).device, usable);
@@ -246,8 +256,23 @@ private slots:
         QCOMPARE(system.asked, asked ? QStringList{report.port} : QStringList());
     }
 
+    // The rules udev reads and those it refuses, with the line and the reason; which
+    // adapters a rule both opens to the person at the computer and keeps from ModemManager.
+    void deviceRule_data() { testsupport::loadTable(); }
+    void deviceRule() {
+        QFETCH(QByteArray, text);
+        QFETCH(QStringList, adapters);
+        QFETCH(QString, error);
+        QStringList found{QStringLiteral("untouched")};
+        QString why;
+        QCOMPARE(util::readDeviceRule(text, &found, &why), error.isEmpty());
+        QCOMPARE(why, error);
+        QCOMPARE(found, error.isEmpty() ? adapters : QStringList{QStringLiteral("untouched")});
+    }
+
     // The machine's view over a fake tree: a CH340 behind a USB-serial interface, an
-    // Arduino-like ACM device, a terminal program holding the first, ModemManager running.
+    // Arduino-like ACM device, a terminal program holding the first, ModemManager running,
+    // on-board ports, a simulator's pseudo-terminal; the port list and the device rule.
     void machineTree() {
         QTemporaryDir root;
         const QString r = root.path();
@@ -267,7 +292,23 @@ private slots:
         QVERIFY(QDir().mkpath(acm + QStringLiteral("/2-1:1.0")));
         QVERIFY(link(acm + QStringLiteral("/2-1:1.0"),
                      r + QStringLiteral("/sys/class/tty/ttyACM0/device")));
-        QVERIFY(QDir().mkpath(r + QStringLiteral("/sys/class/tty/ttyS0"))); // not USB
+        // On-board ports: one with a UART, one the kernel lists with none behind it.
+        for (const char* s : {"ttyS0;pnp0/00:04;4", "ttyS1;platform/serial8250;0"}) {
+            const QStringList f = QString::fromLatin1(s).split(QLatin1Char(';'));
+            const QString device = r + QStringLiteral("/sys/devices/") + f.at(1);
+            QVERIFY(QDir().mkpath(device));
+            QVERIFY(link(device, r + QStringLiteral("/sys/class/tty/%1/device").arg(f.at(0))));
+            QVERIFY(
+                testsupport::writeFile(r + QStringLiteral("/sys/class/tty/%1/type").arg(f.at(0)),
+                                       f.at(2).toLatin1() + '\n'));
+        }
+        // A simulator answering on the pseudo-terminal 5, reached also through a link.
+        QVERIFY(testsupport::writeFile(r + QStringLiteral("/proc/400/comm"), "kx-sim\n"));
+        QVERIFY(link(QStringLiteral("/dev/ptmx"), r + QStringLiteral("/proc/400/fd/3")));
+        QVERIFY(testsupport::writeFile(r + QStringLiteral("/proc/400/fdinfo/3"),
+                                       "pos:\t0\nflags:\t02\ntty-index:\t5\n"));
+        QVERIFY(testsupport::writeFile(r + QStringLiteral("/dev/pts/5"), ""));
+        QVERIFY(link(r + QStringLiteral("/dev/pts/5"), r + QStringLiteral("/tmp/kx-sim")));
         QVERIFY(testsupport::writeFile(r + QStringLiteral("/dev/ttyUSB0"), ""));
         QVERIFY(testsupport::writeFile(r + QStringLiteral("/proc/300/comm"), "minicom\n"));
         QVERIFY(link(r + QStringLiteral("/dev/ttyUSB0"), r + QStringLiteral("/proc/300/fd/3")));
@@ -295,6 +336,33 @@ private slots:
 
         QVERIFY(QFile::remove(r + QStringLiteral("/proc/77/comm")));
         QVERIFY(!machine.modemManagerRunning());
+
+        // The port list: named, USB first, the port without a UART left out.
+        const QStringList enumerated{"/dev/ttyS0", "/dev/ttyS1",  "/dev/ttyUSB0", "/dev/ttyACM0",
+                                     "/dev/pts/6", "/tmp/kx-sim", "/dev/pts/5",   "/dev/kx-typed"};
+        QStringList shown;
+        for (const util::SerialPortDescription& p : util::describePorts(enumerated, machine)) {
+            shown << util::portText(p) + QStringLiteral(" [%1]").arg(p.usb);
+        }
+        const QString list = shown.join(QLatin1Char('\n'));
+        QCOMPARE(list, testsupport::expectedText(QStringLiteral("ports/fake-machine.txt"), list));
+
+        // The device rule: none; the package's, read through the parser; hidden by an empty
+        // file of the same name in /etc, as udev does.
+        QVERIFY(machine.ruleAdapters().isEmpty());
+        const QString packaged = QStringLiteral("/usr/lib/udev/rules.d/") + util::DEVICE_RULE_FILE;
+        QVERIFY(testsupport::writeFile(r + packaged,
+                                       testsupport::readFile(testsupport::sourceDir() +
+                                                             QStringLiteral("/packaging/udev/") +
+                                                             util::DEVICE_RULE_FILE)));
+        QStringList known;
+        for (const util::KnownAdapter& a : util::knownAdapters()) {
+            known << QStringLiteral("%1:%2").arg(a.vendorId, a.productId);
+        }
+        QCOMPARE(machine.ruleAdapters(), known);
+        QVERIFY(testsupport::writeFile(
+            r + QStringLiteral("/etc/udev/rules.d/") + util::DEVICE_RULE_FILE, ""));
+        QVERIFY(machine.ruleAdapters().isEmpty());
         QVERIFY(util::LinuxSerialSystem(r + QStringLiteral("/empty")).adapters().isEmpty());
     }
 
@@ -307,6 +375,8 @@ private slots:
         QTemporaryDir tmp;
         {
             testsupport::Simulator sim(firmware, tmp.filePath(QStringLiteral("a.hex")));
+            QCOMPARE(util::describePorts({sim.port()}).value(0).description,
+                     QStringLiteral("Simulated instrument"));
             util::LinuxSerialSystem machine;
             const util::DoctorReport report = util::examineConnection(machine, sim.port());
             QVERIFY2(report.ok(), qPrintable(report.text()));

@@ -2,7 +2,8 @@
 // menu, edit a cell with its editor, save with the keyboard, open the file again in a new
 // window: the value is there; the window's commands follow the model's states, and the
 // status bar shows the current file's status. The dialogs the workflows put up: the port
-// choice (OK only with a port, the last port chosen first, a typed path, Refresh), the
+// choice (OK only with a port; the last port, else the only USB adapter, else the first
+// entry chosen first; a typed path, Refresh), the
 // version choice, and the progress dialog, whose Cancel only asks the transfer to stop.
 #include "app/Constants.h"
 #include "sf/SettingManager.h"
@@ -53,8 +54,9 @@ QPushButton* button(QDialog& dialog, QDialogButtonBox::StandardButton which) {
     return dialog.findChild<QDialogButtonBox*>()->button(which);
 }
 
-const QList<PortEntry> PORTS{{"/dev/ttyUSB0", "USB-Serial Controller", "067b:2303"},
-                             {"/dev/ttyUSB1", QString(), QString()}};
+const QList<PortEntry> PORTS{{"/dev/ttyS0", "On-board serial port", QString()},
+                             {"/dev/ttyUSB0", "USB serial PL2303 (067b:2303)", "067b:2303"},
+                             {"/dev/ttyUSB1", "USB serial CH340 (1a86:7523)", "1a86:7523"}};
 
 } // namespace
 
@@ -157,12 +159,11 @@ private slots:
 
     void portChoice_data() { testsupport::loadTable(); }
     void portChoice() {
-        QFETCH(bool, ports);
-        QFETCH(int, index);
+        QFETCH(int, ports);
         QFETCH(QString, last);
         QFETCH(QString, typed);
         QFETCH(QString, chosen);
-        ComDialog dialog(ports ? PORTS : QList<PortEntry>(), index, last, QStringLiteral("Read"));
+        ComDialog dialog(PORTS.mid(0, ports), 0, last, QStringLiteral("Read"));
         QCOMPARE(dialog.windowTitle(), QStringLiteral("Read"));
         if (!typed.isEmpty()) {
             QTest::keyClicks(dialog.findChild<QLineEdit*>(), typed);
@@ -178,9 +179,9 @@ private slots:
 
     void portListShowsTheAdapter() {
         ComDialog dialog(PORTS, 0, QString(), QStringLiteral("Read"));
-        const QString first = dialog.findChild<QListWidget*>()->item(0)->text();
-        QVERIFY(first.contains("USB-Serial Controller") && first.contains("USB 067b:2303"));
-        dialog.findChild<QListWidget*>()->setCurrentRow(1);
+        QCOMPARE(dialog.findChild<QListWidget*>()->item(1)->text(),
+                 QStringLiteral("USB serial PL2303 (067b:2303) at /dev/ttyUSB0"));
+        dialog.findChild<QListWidget*>()->setCurrentRow(2);
         QCOMPARE(dialog.chosenPort(), QStringLiteral("/dev/ttyUSB1"));
     }
 

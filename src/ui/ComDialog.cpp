@@ -10,30 +10,13 @@
 
 namespace ui {
 
-namespace {
-
-QString describe(const PortEntry& port) {
-    QStringList about;
-    if (!port.description.isEmpty()) {
-        about << port.description;
-    }
-    if (!port.usb.isEmpty()) {
-        about << QStringLiteral("USB %1").arg(port.usb);
-    }
-    return about.isEmpty()
-               ? port.path
-               : QStringLiteral("%1    %2").arg(port.path, about.join(QStringLiteral(", ")));
-}
-
-} // namespace
-
-ComDialog::ComDialog(const QList<PortEntry>& ports, int index, const QString& lastPort,
+ComDialog::ComDialog(const QList<PortEntry>& ports, int /*index*/, const QString& lastPort,
                      const QString& title, QWidget* parent)
     : QDialog(parent), m_list(new QListWidget(this)), m_path(new QLineEdit(this)) {
     setWindowTitle(title);
     auto* intro = new QLabel(tr("Choose the serial port of the instrument's USB cable:"), this);
     for (const PortEntry& port : ports) {
-        auto* item = new QListWidgetItem(describe(port), m_list);
+        auto* item = new QListWidgetItem(util::portText(port), m_list);
         item->setData(Qt::UserRole, port.path);
     }
     if (ports.isEmpty()) {
@@ -75,16 +58,10 @@ ComDialog::ComDialog(const QList<PortEntry>& ports, int index, const QString& la
     layout->addWidget(buttons);
     resize(520, 300);
 
-    if (!ports.isEmpty()) {
-        m_list->setCurrentRow(qBound(0, index, static_cast<int>(ports.size()) - 1));
-    }
-    if (!lastPort.isEmpty()) {
-        m_path->setText(lastPort);
-        for (int row = 0; row < ports.size(); ++row) {
-            if (ports.at(row).path == lastPort) {
-                m_list->setCurrentRow(row);
-            }
-        }
+    if (ports.isEmpty()) {
+        m_path->setText(lastPort); // nothing listed: the port used last may still be there
+    } else {
+        m_list->setCurrentRow(util::preselectedPort(ports, lastPort));
     }
     updateOk();
 }

@@ -10,11 +10,8 @@ namespace util {
 namespace {
 
 QString adapterName(const SerialSystem::Adapter& adapter) {
-    for (const KnownAdapter& known : knownAdapters()) {
-        if (adapter.vendorId == QLatin1String(known.vendorId) &&
-            adapter.productId == QLatin1String(known.productId)) {
-            return QLatin1String(known.name);
-        }
+    if (const KnownAdapter* known = findKnownAdapter(adapter.vendorId, adapter.productId)) {
+        return QLatin1String(known->name);
     }
     return adapter.product.isEmpty() ? QStringLiteral("an adapter the program does not know")
                                      : adapter.product;
@@ -28,6 +25,23 @@ QString knownList() {
                           QLatin1String(known.productId));
     }
     return names.join(QStringLiteral(", "));
+}
+
+// The adapter at `port`, if it is one.
+SerialSystem::Adapter adapterAt(SerialSystem& system, const QString& port) {
+    for (const SerialSystem::Adapter& a : system.adapters()) {
+        if (a.device == port) {
+            return a;
+        }
+    }
+    return {};
+}
+
+// Whether the installed device rule gives access to the adapter at `port`.
+bool ruleCovers(SerialSystem& system, const QString& port) {
+    const SerialSystem::Adapter a = adapterAt(system, port);
+    return !a.vendorId.isEmpty() &&
+           system.ruleAdapters().contains(a.vendorId + QLatin1Char(':') + a.productId);
 }
 
 void add(DoctorReport* report, DoctorFinding::Kind kind, const QString& text) {
@@ -79,6 +93,18 @@ bool checkAccess(SerialSystem& system, DoctorReport* report) {
         return true;
     }
     const QString user = system.userName();
+    const SerialSystem::Adapter adapter = adapterAt(system, report->port);
+    if (ruleCovers(system, report->port)) {
+        add(report, DoctorFinding::Problem,
+            QStringLiteral("You (%1) may not use %2 yet. The program's device rule gives the "
+                           "person logged in at this computer access to this adapter when it "
+                           "appears: unplug the cable and plug it in again. (Logged in from "
+                           "another computer, the rule does not apply: join the group \"%3\" "
+                           "with the command\n    sudo usermod -aG %3 %1\nthen log out and log "
+                           "in again.)")
+                .arg(user, report->port, access.group));
+        return false;
+    }
     if (system.userGroups().contains(access.group) &&
         !system.sessionGroups().contains(access.group)) {
         add(report, DoctorFinding::Problem,
@@ -88,11 +114,19 @@ bool checkAccess(SerialSystem& system, DoctorReport* report) {
                 .arg(user, access.group, report->port));
         return false;
     }
-    add(report, DoctorFinding::Problem,
+    QString text =
         QStringLiteral("You (%1) may not use %2: it belongs to the user \"%3\" and the group "
                        "\"%4\" (%5), and you are not a member of that group. Add yourself with "
                        "the command\n    sudo usermod -aG %4 %1\nthen log out and log in again.")
-            .arg(user, report->port, access.owner, access.group, access.mode));
+            .arg(user, report->port, access.owner, access.group, access.mode);
+    if (findKnownAdapter(adapter.vendorId, adapter.productId)) {
+        text += QStringLiteral(
+            "\nOr, without joining the group, let the program's device rule give the person at "
+            "this computer access to the cables' adapters (and keep ModemManager away from "
+            "them): in the program's source folder run\n    sudo scripts/udev.sh\nthen unplug "
+            "the cable and plug it in again.");
+    }
+    add(report, DoctorFinding::Problem, text);
     return false;
 }
 
@@ -126,6 +160,16 @@ const QList<KnownAdapter>& knownAdapters() {
     return adapters;
 }
 
+const KnownAdapter* findKnownAdapter(const QString& vendorId, const QString& productId) {
+    for (const KnownAdapter& known : knownAdapters()) {
+        if (vendorId == QLatin1String(known.vendorId) &&
+            productId == QLatin1String(known.productId)) {
+            return &known;
+        }
+    }
+    return nullptr;
+}
+
 DoctorReport examineConnection(SerialSystem& system, const QString& port) {
     DoctorReport report;
     if (!choosePort(system, port, &report) || !checkAccess(system, &report)) {
@@ -139,8 +183,11 @@ DoctorReport examineConnection(SerialSystem& system, const QString& port) {
                 .arg(report.port, h.program)
                 .arg(h.pid));
     }
-    const bool modemManager = system.modemManagerRunning();
-    if (modemManager) {
+    if (system.modemManagerRunning() && ruleCovers(system, report.port)) {
+        add(&report, DoctorFinding::Fine,
+            QStringLiteral("ModemManager is running; the program's device rule keeps it away "
+                           "from this adapter."));
+    } else if (system.modemManagerRunning()) {
         add(&report, DoctorFinding::Note,
             QStringLiteral("ModemManager is running. It probes serial ports that appear and can "
                            "keep the port busy, or confuse the instrument, for the first seconds "

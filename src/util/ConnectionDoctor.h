@@ -1,6 +1,7 @@
 #pragma once
 // Explains in plain words why the instrument cannot be reached: no USB serial adapter, no
-// permission to the device, the port held by another program, ModemManager probing it, or
+// permission to the device (a replug when the device rule gives access, else the group to
+// join or the rule to install), the port held by another program, ModemManager probing it, or
 // an instrument that does not answer the enquiry. Used by `kxsetup-cli doctor` and by the
 // port dialog's "Check connection" button.
 #include <QList>
@@ -31,6 +32,8 @@ struct KnownAdapter {
     const char* productId;
 };
 const QList<KnownAdapter>& knownAdapters();
+// The known adapter with these identifiers, or null.
+const KnownAdapter* findKnownAdapter(const QString& vendorId, const QString& productId);
 
 // Examines `port`, or the only USB serial adapter when `port` is empty.
 DoctorReport examineConnection(SerialSystem& system, const QString& port);

@@ -1,27 +1,57 @@
 #include "util/SerialPorts.h"
 
+#include "util/ConnectionDoctor.h"
+#include "util/SerialSystem.h"
 #include "util/Uploader.h"
-
-#include <QSerialPortInfo>
 
 namespace util {
 
-QList<SerialPortDescription> describePorts(const QStringList& paths) {
-    QList<SerialPortDescription> ports;
-    for (const QString& path : paths) {
-        SerialPortDescription port{path, QString(), QString()};
-        const QSerialPortInfo info(path);
-        if (!info.isNull()) {
-            port.description = info.description();
-            if (info.hasVendorIdentifier() && info.hasProductIdentifier()) {
-                port.usb = QStringLiteral("%1:%2")
-                               .arg(info.vendorIdentifier(), 4, 16, QLatin1Char('0'))
-                               .arg(info.productIdentifier(), 4, 16, QLatin1Char('0'));
-            }
-        }
-        ports.append(port);
+namespace {
+
+QString usbName(const SerialSystem::Adapter& adapter) {
+    if (const KnownAdapter* known = findKnownAdapter(adapter.vendorId, adapter.productId)) {
+        return QLatin1String(known->name);
     }
-    return ports;
+    return adapter.product.isEmpty() ? QStringLiteral("adapter") : adapter.product;
+}
+
+} // namespace
+
+QList<SerialPortDescription> describePorts(const QStringList& paths, const SerialSystem& system) {
+    QList<SerialPortDescription> usb;
+    QList<SerialPortDescription> others;
+    for (const QString& path : paths) {
+        const SerialSystem::Port port = system.port(path);
+        SerialPortDescription entry{path, QString(), QString()};
+        switch (port.kind) {
+        case SerialSystem::Port::Usb:
+            entry.usb = port.adapter.vendorId + QLatin1Char(':') + port.adapter.productId;
+            entry.description =
+                QStringLiteral("USB serial %1 (%2)").arg(usbName(port.adapter), entry.usb);
+            usb << entry;
+            continue;
+        case SerialSystem::Port::NoUart:
+            continue;
+        case SerialSystem::Port::OnBoard:
+            entry.description = QStringLiteral("On-board serial port");
+            break;
+        case SerialSystem::Port::Simulator:
+            entry.description = QStringLiteral("Simulated instrument");
+            break;
+        case SerialSystem::Port::PseudoTerminal:
+            entry.description = QStringLiteral("Pseudo-terminal");
+            break;
+        case SerialSystem::Port::Other:
+            entry.description = QStringLiteral("Serial port");
+            break;
+        }
+        others << entry;
+    }
+    return usb + others;
+}
+
+QList<SerialPortDescription> describePorts(const QStringList& paths) {
+    return describePorts(paths, LinuxSerialSystem());
 }
 
 void addExtraPort(const QString& path) {

@@ -1,5 +1,6 @@
 #include "util/SerialSystem.h"
 
+#include "util/DeviceRule.h"
 #include "util/KXCommunicator.h"
 
 #include <QDir>
@@ -46,6 +47,28 @@ QString LinuxSerialSystem::path(const QString& absolute) const {
     return QDir::cleanPath(m_root + QLatin1Char('/') + absolute);
 }
 
+// The driver and USB identifiers of /sys/class/tty/NAME; false when it is not behind USB.
+bool LinuxSerialSystem::readUsb(const QString& name, Adapter* adapter) const {
+    const QString device =
+        QFileInfo(path(QStringLiteral("/sys/class/tty/%1/device").arg(name))).canonicalFilePath();
+    adapter->driver =
+        QFileInfo(QFileInfo(device + QStringLiteral("/driver")).canonicalFilePath()).fileName();
+    // The USB device is the nearest folder above the interface that has the identifiers.
+    for (QDir dir(device);
+         !device.isEmpty() && dir.path().startsWith(path(QStringLiteral("/sys")));) {
+        if (QFileInfo::exists(dir.filePath(QStringLiteral("idVendor")))) {
+            adapter->vendorId = firstLine(dir.filePath(QStringLiteral("idVendor")));
+            adapter->productId = firstLine(dir.filePath(QStringLiteral("idProduct")));
+            adapter->product = firstLine(dir.filePath(QStringLiteral("product")));
+            return true;
+        }
+        if (!dir.cdUp()) {
+            break;
+        }
+    }
+    return false;
+}
+
 QList<SerialSystem::Adapter> LinuxSerialSystem::adapters() const {
     QList<Adapter> found;
     const QDir ttys(path(QStringLiteral("/sys/class/tty")));
@@ -55,26 +78,66 @@ QList<SerialSystem::Adapter> LinuxSerialSystem::adapters() const {
     for (const QString& name : names) {
         Adapter adapter;
         adapter.device = QStringLiteral("/dev/") + name;
-        const QString device =
-            QFileInfo(ttys.filePath(name + QStringLiteral("/device"))).canonicalFilePath();
-        adapter.driver =
-            QFileInfo(QFileInfo(device + QStringLiteral("/driver")).canonicalFilePath()).fileName();
-        // The USB device is the nearest folder above the interface that has the identifiers.
-        for (QDir dir(device);
-             !device.isEmpty() && dir.path().startsWith(path(QStringLiteral("/sys")));) {
-            if (QFileInfo::exists(dir.filePath(QStringLiteral("idVendor")))) {
-                adapter.vendorId = firstLine(dir.filePath(QStringLiteral("idVendor")));
-                adapter.productId = firstLine(dir.filePath(QStringLiteral("idProduct")));
-                adapter.product = firstLine(dir.filePath(QStringLiteral("product")));
-                break;
-            }
-            if (!dir.cdUp()) {
-                break;
-            }
-        }
+        readUsb(name, &adapter);
         found << adapter;
     }
     return found;
+}
+
+SerialSystem::Port LinuxSerialSystem::port(const QString& device) const {
+    Port result;
+    result.adapter.device = device;
+    // A link (such as the simulator's --link) stands for the device it points to.
+    QString real = QFileInfo(path(device)).canonicalFilePath();
+    const QString base = QFileInfo(path(QStringLiteral("/"))).canonicalFilePath();
+    if (real.isEmpty()) {
+        real = device; // not in /dev (yet): sysfs may still know it
+    } else if (base != QLatin1String("/") && real.startsWith(base + QLatin1Char('/'))) {
+        real = real.mid(base.size());
+    }
+    const QString name = QFileInfo(real).fileName();
+    if (real.startsWith(QLatin1String("/dev/pts/"))) {
+        result.kind =
+            simulatorTerminals().contains(name.toInt()) ? Port::Simulator : Port::PseudoTerminal;
+    } else if (!QFileInfo::exists(path(QStringLiteral("/sys/class/tty/%1/device").arg(name)))) {
+        result.kind = Port::Other;
+    } else if (readUsb(name, &result.adapter)) {
+        result.kind = Port::Usb;
+    } else if (name.startsWith(QLatin1String("ttyS"))) {
+        // The kernel lists every port the chipset might have; "type" 0 is no UART at all.
+        const QString type = firstLine(path(QStringLiteral("/sys/class/tty/%1/type").arg(name)));
+        result.kind = type == QLatin1String("0") ? Port::NoUart : Port::OnBoard;
+    }
+    return result;
+}
+
+// The pseudo-terminals that running simulators answer on: a kx-sim process holds the
+// terminal's master side (/dev/ptmx), whose number its fdinfo gives as tty-index.
+QList<int> LinuxSerialSystem::simulatorTerminals() const {
+    QList<int> numbers;
+    const QDir proc(path(QStringLiteral("/proc")));
+    for (const QString& pid : proc.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        if (firstLine(proc.filePath(pid + QStringLiteral("/comm"))) != QLatin1String("kx-sim")) {
+            continue;
+        }
+        const QDir fds(proc.filePath(pid + QStringLiteral("/fd")));
+        for (const QFileInfo& fd : fds.entryInfoList(QDir::Files | QDir::System)) {
+            if (!fd.isSymLink() ||
+                QFileInfo(fd.symLinkTarget()).fileName() != QLatin1String("ptmx")) {
+                continue;
+            }
+            QFile info(proc.filePath(pid + QStringLiteral("/fdinfo/") + fd.fileName()));
+            if (!info.open(QIODevice::ReadOnly)) {
+                continue;
+            }
+            for (const QByteArray& line : info.readAll().split('\n')) {
+                if (line.startsWith("tty-index:")) {
+                    numbers << line.mid(10).trimmed().toInt();
+                }
+            }
+        }
+    }
+    return numbers;
 }
 
 SerialSystem::Access LinuxSerialSystem::access(const QString& device) const {
@@ -158,6 +221,20 @@ bool LinuxSerialSystem::modemManagerRunning() const {
         }
     }
     return false;
+}
+
+QStringList LinuxSerialSystem::ruleAdapters() const {
+    // The first folder that has the file decides, as for udev (an empty file there hides
+    // the package's).
+    for (const QString& folder : udevRuleFolders()) {
+        QFile file(path(folder + QLatin1Char('/') + DEVICE_RULE_FILE));
+        if (file.open(QIODevice::ReadOnly)) {
+            QStringList adapters;
+            QString error;
+            return readDeviceRule(file.readAll(), &adapters, &error) ? adapters : QStringList();
+        }
+    }
+    return {};
 }
 
 QString LinuxSerialSystem::enquire(const QString& device) {

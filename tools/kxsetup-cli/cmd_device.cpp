@@ -152,18 +152,17 @@ int runPorts(cli::Context& ctx) {
     }
     util::Uploader uploader;
     uploader.findComPorts();
+    // As the port dialog lists them: USB adapters first, each port named.
     QJsonArray list;
     for (const util::SerialPortDescription& port : util::describePorts(uploader.getComList())) {
-        QJsonObject o{{QStringLiteral("path"), port.path}};
-        if (!port.description.isEmpty() || !port.usb.isEmpty()) {
-            o.insert(QStringLiteral("description"), port.description);
-        }
+        QJsonObject o{{QStringLiteral("path"), port.path},
+                      {QStringLiteral("description"), port.description}};
         if (!port.usb.isEmpty()) {
             o.insert(QStringLiteral("usb"), port.usb);
         }
         list.append(o);
         if (!json) {
-            ctx.out << port.path << "\n";
+            ctx.out << util::portText(port) << "\n";
         }
     }
     if (json) {
