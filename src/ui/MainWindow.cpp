@@ -100,19 +100,36 @@ Prompts& MainWindow::prompts() {
 }
 
 void MainWindow::refreshPorts() {
-    util::Uploader ports;
-    ports.findComPorts();
+    util::Uploader scan;
+    scan.findComPorts();
     const QString current = port().isEmpty() ? m_model->getLastPort() : port();
+    const QList<util::SerialPortDescription> ports = util::describePorts(scan.getComList());
     m_port->clear();
-    m_port->addItems(ports.getComList());
-    setPort(current);
+    for (const util::SerialPortDescription& p : ports) {
+        m_port->addItem(util::portText(p), p.path);
+    }
+    const int row = util::preselectedPort(ports, current);
+    if (row >= 0) {
+        m_port->setCurrentIndex(row);
+    } else {
+        setPort(current);
+    }
 }
 
 void MainWindow::setPort(const QString& path) {
-    m_port->setCurrentText(path);
+    const int row = m_port->findData(path);
+    if (row >= 0) {
+        m_port->setCurrentIndex(row);
+    } else {
+        m_port->setCurrentText(path);
+    }
 }
 
 QString MainWindow::port() const {
+    const int row = m_port->currentIndex();
+    if (row >= 0 && m_port->currentText() == m_port->itemText(row)) {
+        return m_port->itemData(row).toString();
+    }
     return m_port->currentText().trimmed();
 }
 
