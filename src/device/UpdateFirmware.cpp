@@ -17,6 +17,8 @@ namespace device {
 
 namespace {
 
+constexpr int CHECK_ROUNDS = 3;
+
 QString sentences(const QString& first, const QString& second) {
     return first.isEmpty() ? second : first + QLatin1Char('\n') + second;
 }
@@ -192,8 +194,12 @@ bool UpdateFirmware::run(const util::VersionContainer& target, bool keep) {
     if (!flashed) {
         return false;
     }
-    if (detectVersion() != target.enqString || m_enq.isEmpty()) {
-        return fail(ui::MESSAGE_UPDATE_NOT_ANSWERING.arg(util::printVersion(target.fwVersion)));
+    // The instrument restarts with the new firmware: give it a few tries.
+    for (int round = 0; detectVersion() != target.enqString || m_enq.isEmpty(); ++round) {
+        if (round == CHECK_ROUNDS - 1) {
+            return fail(ui::MESSAGE_UPDATE_NOT_ANSWERING.arg(util::printVersion(target.fwVersion)));
+        }
+        pause(retryWaitMs());
     }
     emit log(
         QObject::tr("The Korvex now runs firmware %1.").arg(util::printVersion(target.fwVersion)));
