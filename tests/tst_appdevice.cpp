@@ -21,6 +21,7 @@
 #include "util/Uploader.h"
 
 #include <QComboBox>
+#include <QPointer>
 #include <QProgressBar>
 #include <QTextEdit>
 #include <QtTest>
@@ -228,6 +229,82 @@ private slots:
             const testsupport::CliResult value =
                 testsupport::runCli({"-C", here, "get", state, check.section('=', 0, 0)}, here);
             QCOMPARE(value.out.trimmed(), check.section('=', 1));
+        }
+    }
+
+    // The window's read, write and update on a faulty line run the same workflows as the
+    // command line: each ends with its message; after a power cycle (and one update from
+    // the window with the backup, when only the update mode answers) the instrument
+    // answers and holds the old or the new settings whole.
+    void windowFaults_data() { testsupport::loadTable(); }
+    void windowFaults() {
+        QFETCH(QString, operation);
+        QFETCH(QStringList, faults);
+        QFETCH(QString, shown);
+        QFETCH(QString, answers);
+        QFETCH(QString, holds);
+        App app;
+        QVERIFY(app.controller.initialize());
+        const QString here = app.folder.path("");
+        const QString state = app.folder.path("state.hex");
+        const auto run = [&here](const QString& command) {
+            return testsupport::runCli(command.split(' '), here);
+        };
+        QCOMPARE(run("set " + firmwareOf("3.10") + " -o start.hex -q BattCapA=21.5").exitCode, 0);
+        QCOMPARE(run("set start.hex -o new.hex -q BattCapA=30 Backlight=40").exitCode, 0);
+        {
+            Simulator setup(app.folder.path(firmwareOf("3.10")), state);
+            QCOMPARE(run("device write --port " + setup.port() + " start.hex").exitCode, 0);
+        }
+        QPointer<MainWindow> window;
+        const auto update = [&](const QString& port) {
+            if (!window) {
+                app.controller.updateFirmwarePressed();
+                window = app.controller.firmwareUpdateWindow();
+            }
+            window->setPort(port);
+            window->selectVersion("3.20");
+            app.prompts.saveNames << app.folder.path("setups/backups/before.hex");
+            return window->startUpdate();
+        };
+        {
+            Simulator sim(app.folder.path(firmwareOf("3.10")), state, faults);
+            app.usePort(sim.port());
+            if (operation == QLatin1String("read")) {
+                app.controller.readPressed();
+            } else if (operation == QLatin1String("write")) {
+                app.prompts.versionChoices << choice("3.10");
+                app.controller.openFiles({app.folder.path("new.hex")});
+                app.usePort(sim.port());
+                app.prompts.answers << QMessageBox::Yes;
+                app.controller.writePressed();
+            } else {
+                QVERIFY(!update(sim.port()));
+            }
+            QStringList texts;
+            for (const auto& s : app.prompts.shown) {
+                texts << s.text;
+            }
+            QVERIFY2(shown.isEmpty() ? app.prompts.texts(TITLE_ERROR).isEmpty()
+                                     : texts.join('\n').contains(shown),
+                     qPrintable(texts.join('\n')));
+        }
+        Simulator again(app.folder.path(firmwareOf("3.10")), state);
+        if (run("device enq --port " + again.port()).exitCode != 0) {
+            app.prompts.answers << QMessageBox::Yes; // finish with the newest backup
+            QVERIFY(update(again.port()));
+        }
+        QCOMPARE(run("device enq --port " + again.port()).out.trimmed(), answers);
+        QCOMPARE(run("device read --port " + again.port() + " -o after.hex").exitCode, 0);
+        const QString expected = holds == QLatin1String("old")   ? QStringLiteral("start.hex")
+                                 : holds == QLatin1String("new") ? QStringLiteral("new.hex")
+                                                                 : QString();
+        if (!expected.isEmpty()) {
+            const testsupport::CliResult diff = run("diff " + expected + " after.hex");
+            QVERIFY2(diff.out.endsWith("0 differ, 0 only in A, 0 only in B\n"),
+                     qPrintable(diff.out));
+        } else { // carried into 3.20
+            QCOMPARE(run("get after.hex BattCapA").out.trimmed(), QStringLiteral("21.5"));
         }
     }
 
