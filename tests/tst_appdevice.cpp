@@ -222,14 +222,42 @@ private slots:
         for (const FileModel* f : app.model.getFiles()) {
             titles << f->getTitle();
         }
-        // The settings read before the update stay open in a tab of their own.
+        // The settings read before the update stay open in a tab of their own, those read
+        // back after it beside them; no file twice.
         QCOMPARE(titles.contains("Settings before the update.hex"), !reset && faults.isEmpty());
+        QCOMPARE(titles.contains("Settings after the update.hex"), !reset && updated);
+        QCOMPARE(titles.removeDuplicates(), 0);
         QCOMPARE(QDir::currentPath(), QDir(app.folder.path("")).absolutePath());
         for (const QString& check : after) {
             const testsupport::CliResult value =
                 testsupport::runCli({"-C", here, "get", state, check.section('=', 0, 0)}, here);
             QCOMPARE(value.out.trimmed(), check.section('=', 1));
         }
+    }
+
+    // Choosing the port asks the instrument: the newest firmware for its model is chosen,
+    // the others stay listed with their models; another model's firmware is refused with
+    // the instrument untouched and still answering.
+    void updateWindowFollowsTheModel() {
+        App app;
+        QVERIFY(app.controller.initialize());
+        const QString state = app.folder.path("state.hex");
+        Simulator sim(app.folder.path(firmwareOf("3.10")), state);
+        app.controller.updateFirmwarePressed();
+        MainWindow* window = app.controller.firmwareUpdateWindow();
+        window->setPort(sim.port());
+        window->identifyInstrument();
+        QCOMPARE(window->target().fwVersion, QStringLiteral("3.20"));
+        auto* list = window->findChildren<QComboBox*>().at(1);
+        QCOMPARE(list->itemText(0), QStringLiteral("Firmware 4.01 (Korvex KX4)"));
+        window->selectVersion("4.01");
+        QVERIFY(!window->startUpdate());
+        QCOMPARE(app.prompts.texts(TITLE_ERROR),
+                 QStringList{MESSAGE_UPDATE_OTHER_MODEL.arg("Korvex KX3", "Korvex KX4")});
+        QVERIFY(!QFileInfo::exists(state)); // nothing was written to it
+        QCOMPARE(
+            testsupport::runCli({"device", "enq", "--port", sim.port()}, app.folder.path("")).out,
+            QStringLiteral("3.10\n"));
     }
 
     // The window's read, write and update on a faulty line run the same workflows as the

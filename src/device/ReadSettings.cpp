@@ -3,8 +3,11 @@
 #include "app/Constants.h"
 #include "device/Decisions.h"
 #include "device/Transfer.h"
+#include "sf/parser/HexParser.h"
 #include "util/Uploader.h"
 #include "util/VersionCatalogue.h"
+
+#include <QSaveFile>
 
 namespace device {
 
@@ -34,6 +37,24 @@ bool ReadSettings::run(bool chooseUnknown) {
         return fail(chooseUnknown
                         ? QString()
                         : QStringLiteral("version \"%1\" is not in the catalogue").arg(enq));
+    }
+    return true;
+}
+
+bool ReadSettings::saveTo(const QString& target, QString* error) const {
+    sf::parser::HexParser image;
+    if (!image.loadHex(imagePath(), sf::parser::PhantomNone, QIODevice::ReadOnly)) {
+        *error = image.errorString();
+        return false;
+    }
+    image.setFwVersion(m_version.fwVersion);
+    image.setKxsVersion(m_version.kxsVersion);
+    image.setEnqString(m_version.enqString);
+    QSaveFile file(target);
+    if (!file.open(QIODevice::WriteOnly) || !image.writeToDevice(&file, false, 16) ||
+        !file.commit()) {
+        *error = QStringLiteral("cannot write the file");
+        return false;
     }
     return true;
 }

@@ -18,6 +18,9 @@ public:
     const util::VersionContainer& version() const { return m_version; }
     // Where the settings were read to: the scratch image of the data folder.
     static QString imagePath();
+    // Saves what was read as a setup file recording its version (replacing target in one
+    // step); false with *error when it cannot.
+    bool saveTo(const QString& target, QString* error) const;
 
 private:
     util::VersionContainer m_version;

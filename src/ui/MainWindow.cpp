@@ -25,6 +25,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTextEdit>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace ui {
@@ -214,6 +215,14 @@ bool MainWindow::fail(const QString& text) {
     setBusy(false);
     emit updateFinished(false);
     return false;
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // The port used last is chosen already: find the firmware for what it runs.
+    if (!m_model->getLastPort().isEmpty() && port() == m_model->getLastPort()) {
+        QTimer::singleShot(0, this, &MainWindow::identifyInstrument);
+    }
 }
 
 void MainWindow::identifyInstrument() {

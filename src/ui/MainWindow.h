@@ -58,6 +58,9 @@ signals:
     void versionSelected(const util::VersionContainer& version);
     void updateFinished(bool success);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     void appendLog(const QString& text);
     void replaceProgressLine(const QString& text);

@@ -12,7 +12,6 @@
 #include "device/WriteSettings.h"
 #include "firmware/Migration.h"
 #include "sf/SetupFile.h"
-#include "sf/parser/HexParser.h"
 #include "util/KXCommunicator.h"
 #include "util/SerialPorts.h"
 #include "util/Uploader.h"
@@ -24,7 +23,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 namespace {
 
@@ -212,18 +210,8 @@ int runRead(cli::Context& ctx, const QString& port) {
     if (!read.run(true)) {
         return line.failed(read, port);
     }
-    sf::parser::HexParser image;
-    if (!image.loadHex(device::ReadSettings::imagePath(), sf::parser::PhantomNone,
-                       QIODevice::ReadOnly)) {
-        return cli::inputError(ctx, device::ReadSettings::imagePath(), image.errorString());
-    }
-    image.setFwVersion(read.version().fwVersion);
-    image.setKxsVersion(read.version().kxsVersion);
-    image.setEnqString(read.version().enqString);
-    QSaveFile file(ctx.filePath(output));
-    if (!file.open(QIODevice::WriteOnly) || !image.writeToDevice(&file, false, 16) ||
-        !file.commit()) {
-        return cli::inputError(ctx, output, QStringLiteral("cannot write the file"));
+    if (!read.saveTo(ctx.filePath(output), &error)) {
+        return cli::inputError(ctx, output, error);
     }
     return cli::ExitOk;
 }
