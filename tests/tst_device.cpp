@@ -27,11 +27,11 @@ namespace {
 QString g_root;
 
 CliResult cli(const QStringList& args) {
-    return testsupport::runCli(QStringList{QStringLiteral("-C"), g_root} + args);
+    return testsupport::cliIn(g_root, args);
 }
 
 CliResult device(const QString& what, const QString& port, const QStringList& rest = {}) {
-    return cli(QStringList{QStringLiteral("device"), what, QStringLiteral("--port"), port} + rest);
+    return testsupport::deviceIn(g_root, what, port, rest);
 }
 
 // Our helper run as the firmware update runs it, in the data folder.

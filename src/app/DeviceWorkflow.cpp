@@ -7,21 +7,17 @@
 #include "device/CompareSettings.h"
 #include "device/ReadSettings.h"
 #include "device/WriteSettings.h"
-#include "sf/SetupComparison.h"
-#include "sf/SetupFile.h"
 #include "ui/AppView.h"
 #include "ui/DifferencesDialog.h"
 #include "ui/KXFileModel.h"
 #include "ui/ProgressDialog.h"
 #include "ui/Prompts.h"
 #include "util/ConnectionDoctor.h"
-#include "util/KXCommunicator.h"
 #include "util/SerialPorts.h"
 #include "util/SerialSystem.h"
 #include "util/Uploader.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 namespace ui {
 

@@ -1,9 +1,8 @@
 #pragma once
-// The commands that talk to the instrument: read its settings into a new tab, write the
-// current file to it (after the version checks and a confirmation), and compare the
-// current file with what it holds. Each transfer shows the progress dialog, which Cancel
-// turns into a request to the helper to stop; a transfer that fails after the
-// instrument answered ends with a reset, so that it leaves its PC-connection state.
+// The window's side of the commands that talk to the instrument: the port dialog, the
+// progress dialog and the tabs. The steps themselves are the device library's workflows
+// (read, write, compare), whose questions the window's dialogs answer
+// (WindowDecisions). Cancel in the progress dialog asks the helper to stop.
 #include "ui/ProgressDialog.h"
 #include "util/VersionContainer.h"
 

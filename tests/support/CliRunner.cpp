@@ -45,4 +45,14 @@ QJsonObject jsonOf(const CliResult& result) {
     return error.error == QJsonParseError::NoError ? doc.object() : QJsonObject();
 }
 
+CliResult cliIn(const QString& root, const QStringList& args) {
+    return runCli(QStringList{QStringLiteral("-C"), root} + args);
+}
+
+CliResult deviceIn(const QString& root, const QString& what, const QString& port,
+                   const QStringList& rest) {
+    return cliIn(root, QStringList{QStringLiteral("device"), what, QStringLiteral("--port"), port} +
+                           rest);
+}
+
 } // namespace testsupport

@@ -31,6 +31,12 @@ ToolResult runTool(const QString& tool, const QStringList& args, const QString& 
 // kxsetup-cli ARGS... with the working directory workDir (the test's own when empty).
 CliResult runCli(const QStringList& args, const QString& workDir = QString());
 
+// kxsetup-cli -C root ARGS...: the tool working in the runtime folder root.
+CliResult cliIn(const QString& root, const QStringList& args);
+// kxsetup-cli -C root device WHAT --port PORT REST...
+CliResult deviceIn(const QString& root, const QString& what, const QString& port,
+                   const QStringList& rest = {});
+
 // The object kxsetup-cli printed as JSON; empty when the output is no JSON object.
 QJsonObject jsonOf(const CliResult& result);
 
