@@ -18,6 +18,18 @@ A gap makes two ranges:
   < :0100100003EC (crlf)
   $ kxsetup-cli info gap.hex --json
   {"dataBytes":3,"enq":"","file":"gap.hex","fw":"","kxs":"","ranges":[[0,2],[16,17]],"records":2}
+Blank lines, spaces and tabs after the last record are the end of the text; a word
+after them is not:
+  $ write blank-end.hex
+  < :0100100003EC (crlf)
+  <  (crlf)
+  < \x20\x09\x20 (esc)
+  $ kxsetup-cli info blank-end.hex --json
+  $ write word-end.hex
+  < :0100100003EC (crlf)
+  <  (crlf)
+  < end
+  $ kxsetup-cli info word-end.hex --json
 Unordered and overlapping records merge:
   $ write overlap.hex
   < :020010000102EB (crlf)
