@@ -59,12 +59,14 @@ void exercise(const QByteArray& text, int processor) {
         return;
     }
 
-    // Reading by address: the first data record's bytes, and some arbitrary spans.
+    // Reading by address: the first data record's bytes, and some arbitrary spans. A read
+    // may fail (a record can start at a phantom address, and one real byte from there
+    // needs addresses no record holds); what it returns is exactly the bytes asked for.
     const quint8 pick = text.isEmpty() ? 0 : static_cast<quint8>(text.at(text.size() - 1));
     for (const auto& r : parser.records()) {
         if (r->isData() && r->getLength() > 0) {
             const std::optional<QByteArray> bytes = parser.readData(r->getAddress(), 1);
-            check(bytes.has_value() && bytes->size() == 1);
+            check(!bytes || bytes->size() == 1);
             break;
         }
     }

@@ -1,18 +1,17 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds and runs every test.
-# usage: scripts/test.sh [--qt 5|6] [--fuzz-seconds N] [--no-fuzz] [--no-bench]
-#                        [--no-package] [--install-package]
+# usage: scripts/test.sh [--qt 5|6] [--no-fuzz] [--no-bench] [--no-package]
+#                        [--install-package]
 #   --qt            Qt major version to build and test against (default 6)
-#   --fuzz-seconds  how long each fuzz target runs when clang is present
-#                   (default 60 under CI, 15 otherwise)
+#   --no-fuzz       skip the fuzz targets' fixed run (when clang is present, each replays
+#                   its seeds and regression inputs, then a fixed number of inputs from a
+#                   fixed seed: scripts/fuzz.sh without --seconds)
 #   --no-package    skip building and checking the Debian package
 #   --install-package  also install the package, start it as the desktop menu would and
 #                   remove it again (CI; changes the system's packages)
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 qt=6
-fuzz_seconds=15
-[ "${CI:-}" = true ] && fuzz_seconds=60
 fuzz=1
 bench=1
 package=1
@@ -20,7 +19,6 @@ install_package=()
 while [ $# -gt 0 ]; do
     case "$1" in
         --qt) qt="$2"; shift 2 ;;
-        --fuzz-seconds) fuzz_seconds="$2"; shift 2 ;;
         --no-fuzz) fuzz=0; shift ;;
         --no-bench) bench=0; shift ;;
         --no-package) package=0; shift ;;
@@ -44,5 +42,5 @@ if [ $package = 1 ]; then
 fi
 
 if [ $fuzz = 1 ] && command -v clang++ >/dev/null; then
-    "$root/scripts/fuzz.sh" --seconds "$fuzz_seconds"
+    "$root/scripts/fuzz.sh"
 fi

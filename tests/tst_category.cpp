@@ -87,6 +87,8 @@ private slots:
         QCOMPARE(grid.category.getPresetSize(2), -1);
         QCOMPARE(grid.category.getPresetSize(1), 2);
         QCOMPARE(Grid(QString()).category.getPresetSize(0), -1);
+        const Grid other(QStringLiteral("A1,A2"));
+        QCOMPARE(grid.category.getPreset(other.cell("A2")), -1); // not a cell of this grid
 
         // Columns stay when their rows go: an emptied column has size 0.
         QVERIFY(grid.category.removeChain(grid.category.getAtLiteral(0, 0)));

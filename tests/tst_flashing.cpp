@@ -15,6 +15,7 @@
 #include "support/FirmwareServer.h"
 #include "support/TableFile.h"
 #include "support/TestSupport.h"
+#include "support/VersionFixtures.h"
 #include "util/Uploader.h"
 
 #include <QDir>
@@ -188,6 +189,21 @@ private slots:
         checkNoHelperLeft();
     }
 
+    // What each text of the helper's output means, in the order the driver acts on it.
+    void classify_data() { testsupport::loadTable(); }
+
+    void classify() {
+        QFETCH(QByteArray, output);
+        QFETCH(QStringList, messages);
+        Uploader u;
+        u.classifyOutput(output);
+        QStringList got;
+        for (SuplMessage m = u.nextMessage(); m != NONE; m = u.nextMessage()) {
+            got << QString::number(m);
+        }
+        QCOMPARE(got, messages);
+    }
+
     void nothingToRunWith() {
         script(Found + QStringLiteral("[operation]\n") + Done);
         Uploader empty; // no ports listed: fails at once, starts nothing
@@ -232,6 +248,18 @@ private slots:
                  colour);
         QCOMPARE(reported.isEmpty() ? QString() : reported.first().at(0).toString(), id);
         QCOMPARE(done.size(), colour == QLatin1String("green") ? 1 : 0);
+    }
+
+    // Closing the update window or cancelling during a flash ends the helper at once.
+    void stopEndsTheHelper() {
+        script(QStringLiteral("[search]\nhang\n"));
+        bootloader driver;
+        driver.changeserial(Port);
+        driver.search();
+        QVERIFY(driver.isRunning());
+        driver.stop();
+        QVERIFY(!driver.isRunning());
+        checkNoHelperLeft();
     }
 
     // A helper that cannot be started is reported in red, in the log.
@@ -295,6 +323,8 @@ private slots:
         const QByteArray help = "<html><div id=\"BattCapA\">Capacity.</div></html>";
         QVERIFY(writeZip(served.filePath("kx4-4.02.zip"),
                          {{"firmware/kx4/2026/4.02.kxhex", newFirmware("4.02", "KX4-4.01")},
+                          {"firmware/kx9/9.00.kxhex", newFirmware("9.00", "KX9-9.00")},
+                          {"kxs/KX9-9.00.kxs", versionfixtures::layoutFile("KX9-9.00")},
                           {"help/4.02_help.html", help}}));
         serve(served.path(), "kx4-4.02.zip", readFile(served.filePath("kx4-4.02.zip")));
         FirmwareServer server(served.path());
@@ -303,6 +333,7 @@ private slots:
         QCOMPARE(first.exitCode, 0);
         QCOMPARE(first.out, QStringLiteral("installed kx4-4.02.zip\n"));
         QVERIFY(QFileInfo::exists(data + "/firmware/kx4/2026/4.02.kxhex"));
+        QVERIFY(QFileInfo::exists(data + "/kxs/KX9-9.00.kxs")); // a new layout with its firmware
         const testsupport::CliResult versions =
             testsupport::runCli({"-C", root.path(), "versions"});
         QVERIFY2(versions.out.contains("4.02"), qPrintable(versions.out));

@@ -52,32 +52,41 @@ public:
 // RoleMaximum 1, RoleToolTip the host's tool tip for the label's wsi (when it has one).
 QVariant bitLabelData(const BitLabel& label, bool stored, DataRole role, SettingHost* host);
 
-// The bits of a field that have labels, one sub-index each, as bit fields and check box
-// groups answer for them. `locate(subIndex, &byte, &bit)` finds a sub-index's bit in data.
-// A sub-index without a label, or one locate refuses, reads as an invalid value and
-// cannot be set.
-template <typename Locate>
-QVariant labelledBitData(const QList<BitLabel>& labels, int subIndex, DataRole role,
-                         const char* data, SettingHost* host, Locate locate) {
+// What a field of labelled bits (a bit field or a check box group) answers per sub-index:
+// nothing when the setting is not of its kind (`ownKind` false), the whole value for a
+// negative sub-index, else the answer of the sub-index's labelled bit. A sub-index
+// without a label, or one the field's subIndexToOffset refuses, reads as an invalid value.
+template <typename Field>
+QVariant labelledBitData(Field& field, bool ownKind, const QList<BitLabel>& labels, int subIndex,
+                         DataRole role) {
+    if (!ownKind || subIndex < 0) {
+        return ownKind ? field.getData(role) : QVariant();
+    }
     int byte = 0;
     int bit = 0;
-    if (subIndex >= labels.size() || !locate(subIndex, &byte, &bit)) {
+    if (subIndex >= labels.size() || !field.subIndexToOffset(subIndex, &byte, &bit)) {
         return QVariant();
     }
-    return bitLabelData(labels.at(subIndex), BitField::getBit(data, byte, bit), role, host);
+    return bitLabelData(labels.at(subIndex), BitField::getBit(field.getRawData(), byte, bit), role,
+                        field.getParent());
 }
 
 // Sets or clears the labelled bit by the value's truth in shown terms (an inverted label
-// stores the opposite); false when unchanged or the sub-index names no labelled bit.
-template <typename Locate>
-bool setLabelledBit(const QList<BitLabel>& labels, int subIndex, const QVariant& value, char* data,
-                    Locate locate) {
+// stores the opposite), or for a negative sub-index the whole value; false when unchanged,
+// when the setting is not of its kind or the sub-index names no labelled bit.
+template <typename Field>
+bool setLabelledBit(Field& field, bool ownKind, const QList<BitLabel>& labels, int subIndex,
+                    const QVariant& value) {
+    if (!ownKind || subIndex < 0) {
+        return ownKind && field.setData(value);
+    }
     int byte = 0;
     int bit = 0;
-    if (subIndex >= labels.size() || !locate(subIndex, &byte, &bit)) {
+    if (subIndex >= labels.size() || !field.subIndexToOffset(subIndex, &byte, &bit)) {
         return false;
     }
-    return BitField::setBit(data, byte, bit, value.toBool() != labels.at(subIndex).inverted);
+    return BitField::setBit(field.getRawData(), byte, bit,
+                            value.toBool() != labels.at(subIndex).inverted);
 }
 
 } // namespace sf

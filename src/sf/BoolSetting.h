@@ -47,12 +47,6 @@ protected:
     bool parseLabels();
 
 private:
-    // subIndexToOffset as a function object for the labelled-bit helpers.
-    auto locator() const {
-        return [this](int subIndex, int* byte, int* bit) {
-            return subIndexToOffset(subIndex, byte, bit);
-        };
-    }
     bool typeCheck() const { return getType() == TypeBool; }
 
     QList<BitLabel> m_labels;

@@ -130,17 +130,11 @@ bool CheckBoolSetting::setData(const QVariant& value) {
 }
 
 QVariant CheckBoolSetting::getData(int subIndex, DataRole role) {
-    if (!typeCheck() || subIndex < 0) {
-        return typeCheck() ? getData(role) : QVariant();
-    }
-    return labelledBitData(m_labels, subIndex, role, getRawData(), getParent(), locator());
+    return labelledBitData(*this, typeCheck(), m_labels, subIndex, role);
 }
 
 bool CheckBoolSetting::setData(int subIndex, const QVariant& value) {
-    if (!typeCheck() || subIndex < 0) {
-        return typeCheck() && setData(value);
-    }
-    return setLabelledBit(m_labels, subIndex, value, getRawData(), locator());
+    return setLabelledBit(*this, typeCheck(), m_labels, subIndex, value);
 }
 
 } // namespace sf

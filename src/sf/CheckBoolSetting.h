@@ -50,12 +50,6 @@ protected:
     bool initLabels();
 
 private:
-    // subIndexToOffset as a function object for the labelled-bit helpers.
-    auto locator() const {
-        return [this](int subIndex, int* byte, int* bit) {
-            return subIndexToOffset(subIndex, byte, bit);
-        };
-    }
     bool typeCheck() const { return getType() == TypeCheckBool; }
     bool readBitCount(int* bits);
 

@@ -1,5 +1,7 @@
 #include "ImageDescription.h"
 
+#include "util/HexDigit.h"
+
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -26,20 +28,6 @@ quint64 splitMix64(quint64& state) {
     z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
     z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
     return z ^ (z >> 31);
-}
-
-int hexDigit(QChar c) {
-    const ushort u = c.unicode();
-    if (u >= '0' && u <= '9') {
-        return u - '0';
-    }
-    if (u >= 'a' && u <= 'f') {
-        return u - 'a' + 10;
-    }
-    if (u >= 'A' && u <= 'F') {
-        return u - 'A' + 10;
-    }
-    return -1;
 }
 
 // A text argument: the rest of the line, or a double-quoted string with the escapes
@@ -71,8 +59,9 @@ bool parseText(const QString& raw, QByteArray& bytes, QString& error) {
             } else if (e == QLatin1Char('t')) {
                 c = QLatin1Char('\t');
             } else if (e == QLatin1Char('x')) {
-                const int h = i + 2 < raw.size() ? hexDigit(raw.at(i + 1)) : -1;
-                const int l = h >= 0 ? hexDigit(raw.at(i + 2)) : -1;
+                const int h =
+                    i + 2 < raw.size() ? util::hexDigitValue(raw.at(i + 1).unicode()) : -1;
+                const int l = h >= 0 ? util::hexDigitValue(raw.at(i + 2).unicode()) : -1;
                 if (l < 0) {
                     error = QStringLiteral("\\x needs two hexadecimal digits");
                     return false;

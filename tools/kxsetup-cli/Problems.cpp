@@ -15,4 +15,14 @@ void warnProblems(Context& ctx, const sf::SetupFile& file) {
     ctx.err.flush();
 }
 
+bool openSetup(Context& ctx, sf::SetupFile& setup, const QString& path, const QString& layoutPath) {
+    QString error;
+    if (!setup.open(path, layoutPath, &error)) {
+        inputError(ctx, path, error);
+        return false;
+    }
+    warnProblems(ctx, setup);
+    return true;
+}
+
 } // namespace cli

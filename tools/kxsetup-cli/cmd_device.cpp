@@ -222,13 +222,10 @@ int runWrite(cli::Context& ctx, const QString& port) {
     if (ctx.args.size() != 1) {
         return cli::usageError(ctx, Cmd, QStringLiteral("device write needs one setup file"));
     }
-    const QString path = ctx.filePath(ctx.args.first());
     sf::SetupFile setup;
-    QString error;
-    if (!setup.open(path, QString(), &error)) {
-        return cli::inputError(ctx, ctx.args.first(), error);
+    if (!cli::openSetup(ctx, setup, ctx.filePath(ctx.args.first()))) {
+        return cli::ExitInput;
     }
-    cli::warnProblems(ctx, setup);
     device::WriteSettings write(line.uploader, line.versions, line.decisions);
     line.follow(write);
     return write.run(setup) ? cli::ExitOk : line.failed(write, port);
@@ -244,10 +241,9 @@ int runCompare(cli::Context& ctx, const QString& port) {
             error.isEmpty() ? QStringLiteral("device compare needs one setup file") : error);
     }
     sf::SetupFile setup;
-    if (!setup.open(ctx.filePath(ctx.args.first()), QString(), &error)) {
-        return cli::inputError(ctx, ctx.args.first(), error);
+    if (!cli::openSetup(ctx, setup, ctx.filePath(ctx.args.first()))) {
+        return cli::ExitInput;
     }
-    cli::warnProblems(ctx, setup);
     device::CompareSettings compare(line.uploader, line.versions, line.decisions);
     line.follow(compare);
     if (!compare.run(setup)) {

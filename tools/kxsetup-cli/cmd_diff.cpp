@@ -92,17 +92,10 @@ int runDiff(cli::Context& ctx) {
     }
     sf::SetupFile a;
     sf::SetupFile b;
-    QString error;
-    const QString fileA = ctx.filePath(ctx.args.at(0));
-    const QString fileB = ctx.filePath(ctx.args.at(1));
-    if (!a.open(fileA, QString(), &error)) {
-        return cli::inputError(ctx, fileA, error);
+    if (!cli::openSetup(ctx, a, ctx.filePath(ctx.args.at(0))) ||
+        !cli::openSetup(ctx, b, ctx.filePath(ctx.args.at(1)))) {
+        return cli::ExitInput;
     }
-    if (!b.open(fileB, QString(), &error)) {
-        return cli::inputError(ctx, fileB, error);
-    }
-    cli::warnProblems(ctx, a);
-    cli::warnProblems(ctx, b);
     cli::printDifferences(ctx, a, b, sf::compareSettings(a.manager(), b.manager()), json);
     return cli::ExitOk;
 }

@@ -189,10 +189,9 @@ int runDump(cli::Context& ctx) {
     }
     const QString file = ctx.filePath(ctx.args.first());
     sf::SetupFile setup;
-    if (!setup.open(file, hasLayout ? ctx.filePath(layout) : QString(), &error)) {
-        return cli::inputError(ctx, file, error);
+    if (!cli::openSetup(ctx, setup, file, hasLayout ? ctx.filePath(layout) : QString())) {
+        return cli::ExitInput;
     }
-    cli::warnProblems(ctx, setup);
     if (json) {
         printJson(ctx, setup);
     } else {

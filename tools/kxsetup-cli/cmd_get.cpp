@@ -21,10 +21,9 @@ int runGet(cli::Context& ctx) {
     }
     const QString file = ctx.filePath(ctx.args.takeFirst());
     sf::SetupFile setup;
-    if (!setup.open(file, hasLayout ? ctx.filePath(layout) : QString(), &error)) {
-        return cli::inputError(ctx, file, error);
+    if (!cli::openSetup(ctx, setup, file, hasLayout ? ctx.filePath(layout) : QString())) {
+        return cli::ExitInput;
     }
-    cli::warnProblems(ctx, setup);
     QList<sf::SettingRef> refs;
     for (const QString& name : ctx.args) {
         sf::SettingRef ref;

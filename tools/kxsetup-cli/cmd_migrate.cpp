@@ -39,10 +39,9 @@ int runMigrate(cli::Context& ctx) {
     }
     const QString path = ctx.filePath(ctx.args.first());
     sf::SetupFile old;
-    if (!old.open(path, QString(), &error)) {
-        return cli::inputError(ctx, path, error);
+    if (!cli::openSetup(ctx, old, path)) {
+        return cli::ExitInput;
     }
-    cli::warnProblems(ctx, old);
     util::VersionContainer version;
     if (!sf::SetupFile::catalogueVersion(to, &version, &error)) {
         return cli::inputError(ctx, to, error);

@@ -69,10 +69,9 @@ int runSet(cli::Context& ctx) {
     }
 
     sf::SetupFile setup;
-    if (!setup.open(file, hasLayout ? ctx.filePath(layout) : QString(), &error)) {
-        return cli::inputError(ctx, file, error);
+    if (!cli::openSetup(ctx, setup, file, hasLayout ? ctx.filePath(layout) : QString())) {
+        return cli::ExitInput;
     }
-    cli::warnProblems(ctx, setup);
     sf::SettingManager& manager = setup.manager();
     const QHash<const sf::Setting*, Snapshot> before = snapshot(manager);
     for (const sf::Assignment& a : assignments) {

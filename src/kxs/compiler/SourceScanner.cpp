@@ -1,5 +1,7 @@
 #include "kxs/compiler/SourceScanner.h"
 
+#include "util/HexDigit.h"
+
 namespace kxs {
 namespace compiler {
 
@@ -12,20 +14,6 @@ bool isBlank(QChar c) {
 bool endsWord(QChar c) {
     return isBlank(c) || c == QLatin1Char('"') || c == QLatin1Char('#') || c == QLatin1Char('=') ||
            c == QLatin1Char('{') || c == QLatin1Char('}');
-}
-
-int hexValue(QChar c) {
-    const ushort u = c.unicode();
-    if (u >= '0' && u <= '9') {
-        return u - '0';
-    }
-    if (u >= 'a' && u <= 'f') {
-        return u - 'a' + 10;
-    }
-    if (u >= 'A' && u <= 'F') {
-        return u - 'A' + 10;
-    }
-    return -1;
 }
 
 } // namespace
@@ -95,8 +83,8 @@ bool SourceScanner::scanQuoted(const QString& line, int* pos) {
             text.append(QLatin1Char('\t'));
             i += 2;
         } else if (e == QLatin1Char('x')) {
-            const int hi = i + 2 < n ? hexValue(line.at(i + 2)) : -1;
-            const int lo = i + 3 < n ? hexValue(line.at(i + 3)) : -1;
+            const int hi = i + 2 < n ? util::hexDigitValue(line.at(i + 2).unicode()) : -1;
+            const int lo = i + 3 < n ? util::hexDigitValue(line.at(i + 3).unicode()) : -1;
             if (hi < 0 || lo < 0) {
                 m_error = QStringLiteral("\\x needs two hexadecimal digits");
                 return false;

@@ -1,5 +1,7 @@
 #include "sf/parser/CalcParser.h"
 
+#include "util/HexDigit.h"
+
 #include <QVarLengthArray>
 
 #include <algorithm>
@@ -314,15 +316,8 @@ bool CalcParser::tokenValue(const Token& token, double* value) {
     }
     double v = 0.0;
     for (int i = from; i < to; ++i) {
-        const ushort c = text.at(i).unicode();
-        int digit = 0;
-        if (c >= '0' && c <= '9') {
-            digit = c - '0';
-        } else if (c >= 'a' && c <= 'f') {
-            digit = c - 'a' + 10;
-        } else if (c >= 'A' && c <= 'F') {
-            digit = c - 'A' + 10;
-        } else {
+        const int digit = util::hexDigitValue(text.at(i).unicode());
+        if (digit < 0) {
             return false;
         }
         v = v * 16.0 + digit;

@@ -1,5 +1,7 @@
 #include "sf/parser/HexLineReader.h"
 
+#include "util/HexDigit.h"
+
 #include <QIODevice>
 
 #include <algorithm>
@@ -13,15 +15,8 @@ namespace {
 struct HexTable {
     qint8 value[256];
     constexpr HexTable() : value() {
-        for (int i = 0; i < 256; ++i) {
-            value[i] = -1;
-        }
-        for (int i = 0; i < 10; ++i) {
-            value['0' + i] = static_cast<qint8>(i);
-        }
-        for (int i = 0; i < 6; ++i) {
-            value['A' + i] = static_cast<qint8>(10 + i);
-            value['a' + i] = static_cast<qint8>(10 + i);
+        for (unsigned i = 0; i < 256; ++i) {
+            value[i] = static_cast<qint8>(util::hexDigitValue(i));
         }
     }
 };
@@ -117,8 +112,18 @@ void HexLineReader::skipLine() {
 }
 
 HexLineReader::Result HexLineReader::next(HexLineRecord& record) {
-    if (!ensure(1)) {
-        return End;
+    // Blank space (line ends, spaces, tabs) with nothing after it ends the text as if it
+    // were not there.
+    for (;; ++m_pos) {
+        if (!ensure(1)) {
+            return m_readFailed ? fail(QString()) : End;
+        }
+        const char c = m_buffer.at(m_pos);
+        if (c == '\n') {
+            ++m_line;
+        } else if (c != '\r' && c != ' ' && c != '\t') {
+            break;
+        }
     }
     // Skip to the colon, across line feeds and any other characters.
     for (;;) {

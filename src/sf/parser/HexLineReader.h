@@ -28,8 +28,9 @@ public:
 
     explicit HexLineReader(QIODevice* device, qint64 chunkSize = 256 * 1024);
 
-    // The next record; End when no characters are left at all; Error for a malformed
-    // record, for remaining text without a record start, or for a read failure.
+    // The next record; End when nothing but blank space (line ends, spaces, tabs) is left;
+    // Error for a malformed record, for remaining text without a record start, or for a
+    // read failure.
     Result next(HexLineRecord& record);
     // True when no characters are left.
     bool atEnd();

@@ -18,6 +18,21 @@ A gap makes two ranges:
   < :0100100003EC (crlf)
   $ kxsetup-cli info gap.hex --json
   {"dataBytes":3,"enq":"","file":"gap.hex","fw":"","kxs":"","ranges":[[0,2],[16,17]],"records":2}
+Blank lines, spaces and tabs after the last record are the end of the text; a word
+after them is not:
+  $ write blank-end.hex
+  < :0100100003EC (crlf)
+  <  (crlf)
+  < \x20\x09\x20 (esc)
+  $ kxsetup-cli info blank-end.hex --json
+  {"dataBytes":1,"enq":"","file":"blank-end.hex","fw":"","kxs":"","ranges":[[16,17]],"records":1}
+  $ write word-end.hex
+  < :0100100003EC (crlf)
+  <  (crlf)
+  < end
+  $ kxsetup-cli info word-end.hex --json
+  ! kxsetup-cli: word-end.hex: not a valid Intel HEX file (line 4: no record start (':') before the end of the text)
+  [2]
 Unordered and overlapping records merge:
   $ write overlap.hex
   < :020010000102EB (crlf)
