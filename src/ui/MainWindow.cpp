@@ -211,8 +211,8 @@ void MainWindow::setBusy(bool busy) {
 bool MainWindow::fail(const QString& text) {
     m_colour = firmware::bootloader::RED;
     appendLog(text);
-    emit showError(text);
     setBusy(false);
+    emit showError(text);
     emit updateFinished(false);
     return false;
 }
