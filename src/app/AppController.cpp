@@ -1,4 +1,5 @@
 #include "app/AppController.h"
+#include "util/Logging.h"
 
 #include "app/AppModel.h"
 #include "app/Constants.h"
@@ -14,6 +15,7 @@
 #include "ui/KXFileModel.h"
 #include "ui/MainWindow.h"
 #include "ui/Prompts.h"
+#include "ui/WindowPlacement.h"
 #include "util/KXCommunicator.h"
 #include "util/Uploader.h"
 #include "util/VersionCatalogue.h"
@@ -70,7 +72,7 @@ AppController::AppController(QObject* parent)
       files(std::make_unique<FileWorkflow>(*this)),
       device(std::make_unique<DeviceWorkflow>(*this)) {
     connect(supl, &util::Uploader::suplError, this,
-            [](const QString& text) { qDebug().noquote() << "helper:" << text; });
+            [](const QString& text) { qCDebug(util::lcDevice).noquote() << "helper:" << text; });
 }
 
 AppController::~AppController() {
@@ -272,12 +274,12 @@ QString AppController::getFileNameFromPath(const QString& path) {
 }
 
 void AppController::showError(const QString& text) {
-    qDebug().noquote() << text;
+    qCDebug(util::lcFile).noquote() << "error shown:" << text;
     prompts().message(QMessageBox::Critical, TITLE_ERROR, text);
 }
 
 void AppController::showWarning(const QString& text) {
-    qDebug().noquote() << text;
+    qCDebug(util::lcFile).noquote() << "warning shown:" << text;
     prompts().message(QMessageBox::Warning, TITLE_WARNING, text);
 }
 
@@ -416,6 +418,7 @@ void AppController::helpPressed() {
     delete help;
     help = new HelpWindow(tr("Help for firmware %1").arg(util::printVersion(file->getFWVersion())),
                           QString::fromUtf8(html));
+    ui::centreOver(help, view);
     help->show();
 }
 
@@ -435,6 +438,8 @@ void AppController::updateFirmwarePressed() {
     connect(firmwareUpdate, &MainWindow::readSettings, this, &AppController::readCurrentSettings);
     connect(firmwareUpdate, &MainWindow::versionSelected, this,
             &AppController::firmwareUpdateVersionSelected);
+    // Its own window, opened over the main window (and its message boxes over it).
+    ui::centreOver(firmwareUpdate, view);
     firmwareUpdate->show();
 }
 

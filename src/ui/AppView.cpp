@@ -8,6 +8,7 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -150,6 +151,13 @@ void AppView::buildMenus() {
     help->addAction(command(QStringLiteral("help"), tr("Settings &Help"),
                             QStringLiteral("help-contents"), &AppView::helpPressed,
                             QKeySequence::HelpContents));
+    QAction* keys = help->addAction(tr("&Keyboard"));
+    keys->setObjectName(QStringLiteral("keys"));
+    connect(keys, &QAction::triggered, this, [this] {
+        QMessageBox box(QMessageBox::NoIcon, tr("Keyboard"), KXFileView::keysText(),
+                        QMessageBox::Close, this);
+        box.exec();
+    });
     help->addAction(command(QStringLiteral("about"), tr("&About"), QStringLiteral("help-about"),
                             &AppView::aboutPressed));
 
