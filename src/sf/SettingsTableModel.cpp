@@ -1,6 +1,7 @@
 #include "sf/SettingsTableModel.h"
 
 #include "sf/Category.h"
+#include "sf/NumSetting.h"
 #include "sf/Setting.h"
 #include "sf/SettingAssignment.h"
 #include "sf/SettingManager.h"
@@ -87,7 +88,7 @@ QVariant SettingsTableModel::data(const QModelIndex& index, int role) const {
         if (has(flags, Flag::FlagPresent) && flags < Flag::FlagPresetEnabled) {
             return COLOUR_DISABLED_PRESET;
         }
-        if (!outOfRangeReason(index).isEmpty()) {
+        if (outOfRange(index)) {
             return COLOUR_OUT_OF_RANGE;
         }
         return differsFromDefault(index) ? QVariant(COLOUR_CHANGED) : QVariant();
@@ -143,13 +144,15 @@ QString SettingsTableModel::text(const QModelIndex& index) const {
     return ref.setting ? valueText(*m_manager, ref) : QString();
 }
 
-QString SettingsTableModel::outOfRangeReason(const QModelIndex& index) const {
+bool SettingsTableModel::outOfRange(const QModelIndex& index) const {
     int subIndex = -1;
-    Setting* setting = m_manager->getSetting(index, &subIndex);
-    if (!setting || subIndex >= 0 || setting->getType() != TypeNum) {
-        return QString();
-    }
-    return sf::outOfRangeReason(*m_manager, setting);
+    const auto* num = qobject_cast<const NumSetting*>(m_manager->getSetting(index, &subIndex));
+    return num && subIndex < 0 && !num->isWithinRange();
+}
+
+QString SettingsTableModel::outOfRangeReason(const QModelIndex& index) const {
+    return outOfRange(index) ? sf::outOfRangeReason(*m_manager, m_manager->getSetting(index))
+                             : QString();
 }
 
 QString SettingsTableModel::columnTitle(int column) const {

@@ -50,7 +50,8 @@ public:
     bool setText(const QModelIndex& index, const QString& text);
     // The cell's value as text the way setText reads it (a copy).
     QString text(const QModelIndex& index) const;
-    // Why the cell's number is outside its current range; empty when it is within.
+    // Whether the cell's number is outside its current range, and why (empty when not).
+    bool outOfRange(const QModelIndex& index) const;
     QString outOfRangeReason(const QModelIndex& index) const;
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;

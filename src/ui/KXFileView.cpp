@@ -100,7 +100,7 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
     for (int i = 0; i < splitter->count(); ++i) {
         splitter->setCollapsible(i, false);
     }
-    splitter->setSizes({170, 600, 250});
+    splitter->setSizes({150, 640, 230});
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_search);
     layout->addWidget(splitter, 1);
