@@ -223,7 +223,7 @@ private slots:
     // table's last row goes on into the next table, whose cell shows and gets its help.
     void keyboardThroughTheView() {
         OpenView v;
-        QVERIFY(!v.view->statusText().isEmpty()); // the first setting's, from the start
+        QVERIFY(!v.view->helpText().isEmpty()); // the first setting's, from the start
         v.view->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(v.view.get()));
         v.view->findChild<QLineEdit*>()->setFocus();

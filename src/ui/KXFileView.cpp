@@ -69,8 +69,10 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
                 &KXFileView::activateVisibleTables, Qt::QueuedConnection);
         connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this,
                 [this, view](const QModelIndex& current) {
-                    selectionMoved(current);
-                    ensureCellVisible(view, current);
+                    if (current.isValid()) { // a table that loses its cursor keeps the help
+                        selectionMoved(current);
+                        ensureCellVisible(view, current);
+                    }
                 });
         connect(view, &sf::ui::SettingsTableView::leftTable, this,
                 [this, i](bool up, int column) { moveToNextTable(i, up, column); });
