@@ -12,6 +12,7 @@
 #include "sf/SettingManager.h"
 #include "sf/parser/HexParser.h"
 #include "ui/KXFileModel.h"
+#include "ui/MainWindow.h"
 
 #include <QAction>
 #include <QApplication>
@@ -349,6 +350,13 @@ private slots:
         app.controller.helpPressed();
         QCOMPARE(app.prompts.texts("Could not find help file"),
                  QStringList{"No help file found for this firmware version"});
+        // The update window opens centred over the main window, not in a corner.
+        app.view.setGeometry(60, 40, 900, 700);
+        app.controller.updateFirmwarePressed();
+        const QPoint off = app.controller.firmwareUpdateWindow()->geometry().center() -
+                           app.view.geometry().center();
+        QVERIFY2(off.manhattanLength() <= 4, "centred up to the window frame"); // not the corner
+        app.controller.firmwareUpdateWindow()->close();
     }
 };
 

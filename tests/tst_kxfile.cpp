@@ -4,6 +4,8 @@
 // per category, the search over names and help texts (a bit's row stays with its setting),
 // the help text of the selected setting, the marks of values that differ from the default
 // and the reset to the default that undo takes back, and the jump to the cell undo changed.
+// The keyboard: the tab order through the view, arrows on from one table into the next.
+// At 800x600 every column of every table can be scrolled to and the help stays usable.
 #include "sf/SettingManager.h"
 #include "sf/SettingsTableModel.h"
 #include "sf/SetupFile.h"
@@ -14,7 +16,11 @@
 #include "ui/KXFileModel.h"
 #include "ui/KXFileView.h"
 
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
 #include <QSignalSpy>
+#include <QTextBrowser>
 #include <QtTest>
 
 using ui::KXFileModel;
@@ -211,6 +217,70 @@ private slots:
         v.view->jumpTo(index);
         QVERIFY(v.view->helpText().contains(QStringLiteral("rolled back")));
         QVERIFY(v.view->statusText().startsWith(QStringLiteral("Low voltage cutoff")));
+    }
+
+    // Tab: search, categories, every table, help, Reset to default. An arrow past a
+    // table's last row goes on into the next table, whose cell shows and gets its help.
+    void keyboardThroughTheView() {
+        OpenView v;
+        QVERIFY(!v.view->helpText().isEmpty()); // the first setting's, from the start
+        v.view->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(v.view.get()));
+        v.view->findChild<QLineEdit*>()->setFocus();
+        const auto tab = [] {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            return QApplication::focusWidget();
+        };
+        QVERIFY(qobject_cast<QListWidget*>(tab()));
+        for (sf::ui::SettingsTableView* table : v.view->tables()) {
+            QCOMPARE(tab(), table);
+        }
+        QVERIFY(qobject_cast<QTextBrowser*>(tab()));
+        auto* reset = qobject_cast<QPushButton*>(tab());
+        QVERIFY(reset);
+        QCOMPARE(reset->text(), QStringLiteral("Reset to default"));
+
+        sf::ui::SettingsTableView* first = v.view->tables().at(0);
+        sf::ui::SettingsTableView* second = v.view->tables().at(1);
+        first->setFocus();
+        first->setCurrentIndex(first->model()->index(first->model()->rowCount() - 1, 0));
+        QTest::keyClick(first, Qt::Key_Down);
+        QCOMPARE(QApplication::focusWidget(), second);
+        const QModelIndex cell = second->currentIndex();
+        QCOMPARE(cell.row(), 0);
+        QVERIFY(second->viewport()->visibleRegion().contains(second->visualRect(cell).center()));
+        QCOMPARE(v.view->statusText(),
+                 v.file.manager()->getSettingData(cell, sf::RoleStatus).toString());
+        QTest::keyClick(second, Qt::Key_Up);
+        QCOMPARE(QApplication::focusWidget(), first);
+        QCOMPARE(first->currentIndex().row(), first->model()->rowCount() - 1);
+    }
+
+    void everyColumnReachableAt800x600() {
+        OpenView v;
+        v.view->resize(800, 600);
+        QVERIFY(QTest::qWaitForWindowExposed(v.view.get()));
+        auto* reset = v.view->findChild<QPushButton*>();
+        QVERIFY(reset->visibleRegion().boundingRect().width() >= reset->sizeHint().width());
+        QVERIFY(v.view->findChild<QTextBrowser*>()->width() >= 150);
+        for (sf::ui::SettingsTableView* table : v.view->tables()) {
+            const QAbstractItemModel* model = table->model();
+            for (int column = 0; column < model->columnCount(); ++column) {
+                QModelIndex cell; // the column's first setting (none in a filler column)
+                for (int row = 0; row < model->rowCount() && !cell.isValid(); ++row) {
+                    const QModelIndex candidate = model->index(row, column);
+                    cell = model->flags(candidate) & Qt::ItemIsEnabled ? candidate : cell;
+                }
+                if (!cell.isValid()) {
+                    continue;
+                }
+                table->setCurrentIndex(cell);
+                QVERIFY(table->columnWidth(column) >= 100);
+                QVERIFY2(
+                    table->viewport()->visibleRegion().contains(table->visualRect(cell).center()),
+                    qPrintable(model->headerData(column, Qt::Horizontal).toString()));
+            }
+        }
     }
 
     // A changed value is marked; resetting it to the default clears the mark, and undo

@@ -1,4 +1,5 @@
 #include "app/AppController.h"
+#include "util/Logging.h"
 
 #include "app/AppModel.h"
 #include "app/Constants.h"
@@ -14,11 +15,13 @@
 #include "ui/KXFileModel.h"
 #include "ui/MainWindow.h"
 #include "ui/Prompts.h"
+#include "ui/WindowPlacement.h"
 #include "util/KXCommunicator.h"
 #include "util/Uploader.h"
 #include "util/VersionCatalogue.h"
 #include "util/VersionParser.h"
 
+#include <QAction>
 #include <QCoreApplication>
 #include <QDebug>
 #include <QDirIterator>
@@ -32,33 +35,30 @@ namespace ui {
 
 namespace {
 
-// The view's signals and the slots they reach, by name, as connect and disconnect take
-// them.
-struct Wire {
-    const char* signal;
-    const char* slot;
+// The window's commands, each named once: the name of the view's action and the
+// controller's slot it runs, connected with typed connections.
+struct Command {
+    const char* action;
+    void (AppController::*run)();
 };
-const Wire WIRING[] = {
-    {SIGNAL(newPressed()), SLOT(newPressed())},
-    {SIGNAL(openPressed()), SLOT(openPressed())},
-    {SIGNAL(closePressed(int)), SLOT(closePressed(int))},
-    {SIGNAL(savePressed()), SLOT(savePressed())},
-    {SIGNAL(saveAsPressed()), SLOT(saveAsPressed())},
-    {SIGNAL(exitPressed()), SLOT(exitPressed())},
-    {SIGNAL(readPressed()), SLOT(readPressed())},
-    {SIGNAL(writePressed()), SLOT(writePressed())},
-    {SIGNAL(comparePressed()), SLOT(comparePressed())},
-    {SIGNAL(showProtectedPressed()), SLOT(showProtectedPressed())},
-    {SIGNAL(enableMultiplePressed()), SLOT(enableMultiplePressed())},
-    {SIGNAL(undoPressed()), SLOT(undoPressed())},
-    {SIGNAL(redoPressed()), SLOT(redoPressed())},
-    {SIGNAL(aboutPressed()), SLOT(aboutPressed())},
-    {SIGNAL(helpPressed()), SLOT(helpPressed())},
-    {SIGNAL(updateFirmwarePressed()), SLOT(updateFirmwarePressed())},
-    {SIGNAL(getFirmwarePressed()), SLOT(getFirmwarePressed())},
-    {SIGNAL(clearFirmwarePressed()), SLOT(clearFirmwarePressed())},
-    {SIGNAL(indexChanged(int)), SLOT(indexChanged(int))},
-    {SIGNAL(settingTip(QString)), SLOT(settingTipChanged(QString))},
+const Command COMMANDS[] = {
+    {"new", &AppController::newPressed},
+    {"open", &AppController::openPressed},
+    {"save", &AppController::savePressed},
+    {"saveAs", &AppController::saveAsPressed},
+    {"exit", &AppController::exitPressed},
+    {"read", &AppController::readPressed},
+    {"write", &AppController::writePressed},
+    {"compare", &AppController::comparePressed},
+    {"showProtected", &AppController::showProtectedPressed},
+    {"enableMultiple", &AppController::enableMultiplePressed},
+    {"undo", &AppController::undoPressed},
+    {"redo", &AppController::redoPressed},
+    {"about", &AppController::aboutPressed},
+    {"help", &AppController::helpPressed},
+    {"updateFirmware", &AppController::updateFirmwarePressed},
+    {"getFirmware", &AppController::getFirmwarePressed},
+    {"clearFirmware", &AppController::clearFirmwarePressed},
 };
 
 } // namespace
@@ -70,7 +70,7 @@ AppController::AppController(QObject* parent)
       files(std::make_unique<FileWorkflow>(*this)),
       device(std::make_unique<DeviceWorkflow>(*this)) {
     connect(supl, &util::Uploader::suplError, this,
-            [](const QString& text) { qDebug().noquote() << "helper:" << text; });
+            [](const QString& text) { qCDebug(util::lcDevice).noquote() << "helper:" << text; });
 }
 
 AppController::~AppController() {
@@ -92,15 +92,22 @@ void AppController::setModel(AppModel* m) {
 }
 
 void AppController::wireView(bool connectThem) {
-    for (const Wire& w : WIRING) {
+    for (const Command& c : COMMANDS) {
+        QAction* act = view->action(QLatin1String(c.action));
         if (connectThem) {
-            connect(view, w.signal, this, w.slot);
-        } else if (QByteArray(w.signal).contains("closePressed")) {
-            // Named without its argument, so the old view's close stays connected.
-            disconnect(view, SIGNAL(closePressed()), this, SLOT(closePressed()));
+            connect(act, &QAction::triggered, this, c.run);
         } else {
-            disconnect(view, w.signal, this, w.slot);
+            disconnect(act, &QAction::triggered, this, c.run);
         }
+    }
+    if (connectThem) {
+        // Never disconnected: the old view's close stays connected when it is replaced.
+        connect(view, &AppView::closePressed, this, &AppController::closePressed);
+        connect(view, &AppView::indexChanged, this, &AppController::indexChanged);
+        connect(view, &AppView::settingTip, this, &AppController::settingTipChanged);
+    } else {
+        disconnect(view, &AppView::indexChanged, this, &AppController::indexChanged);
+        disconnect(view, &AppView::settingTip, this, &AppController::settingTipChanged);
     }
 }
 
@@ -272,12 +279,12 @@ QString AppController::getFileNameFromPath(const QString& path) {
 }
 
 void AppController::showError(const QString& text) {
-    qDebug().noquote() << text;
+    qCDebug(util::lcFile).noquote() << "error shown:" << text;
     prompts().message(QMessageBox::Critical, TITLE_ERROR, text);
 }
 
 void AppController::showWarning(const QString& text) {
-    qDebug().noquote() << text;
+    qCDebug(util::lcFile).noquote() << "warning shown:" << text;
     prompts().message(QMessageBox::Warning, TITLE_WARNING, text);
 }
 
@@ -416,6 +423,7 @@ void AppController::helpPressed() {
     delete help;
     help = new HelpWindow(tr("Help for firmware %1").arg(util::printVersion(file->getFWVersion())),
                           QString::fromUtf8(html));
+    ui::centreOver(help, view);
     help->show();
 }
 
@@ -435,6 +443,8 @@ void AppController::updateFirmwarePressed() {
     connect(firmwareUpdate, &MainWindow::readSettings, this, &AppController::readCurrentSettings);
     connect(firmwareUpdate, &MainWindow::versionSelected, this,
             &AppController::firmwareUpdateVersionSelected);
+    // Its own window, opened over the main window (and its message boxes over it).
+    ui::centreOver(firmwareUpdate, view);
     firmwareUpdate->show();
 }
 

@@ -1,4 +1,5 @@
 #include "app/FileWorkflow.h"
+#include "util/Logging.h"
 
 #include "app/AppController.h"
 #include "app/AppModel.h"
@@ -53,8 +54,8 @@ KXFileModel* FileWorkflow::open(const QString& path, const QString& savePath, co
     auto* file = new KXFileModel(STATUS_DEFAULT);
     QObject::connect(file, &KXFileModel::settingsLoadError, &c, &AppController::settingsLoadError);
     QObject::connect(file, &KXFileModel::problem, &c, &AppController::showWarning);
-    qDebug().noquote() << "Opening" << path << "with version" << version.fwVersion << "to path"
-                       << savePath;
+    qCDebug(util::lcFile).noquote()
+        << "Opening" << path << "with version" << version.fwVersion << "to path" << savePath;
     if (!file->open(QFileInfo(path).absoluteFilePath(), version)) {
         c.showError(ERROR_OPENHEX.arg(path));
         delete file;

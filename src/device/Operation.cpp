@@ -1,14 +1,12 @@
 #include "device/Operation.h"
+#include "util/Logging.h"
 
 #include "app/Constants.h"
 #include "util/KXCommunicator.h"
 #include "util/Uploader.h"
 
 #include <QEventLoop>
-#include <QLoggingCategory>
 #include <QTimer>
-
-Q_LOGGING_CATEGORY(lcDevice, "kx.device")
 
 namespace device {
 
@@ -37,7 +35,7 @@ QString Operation::detectVersion() {
     emit status(ui::MESSAGE_DETECT_VERSION);
     util::KXCommunicator communicator;
     m_enq = communicator.getParsedENQVersion(m_uploader.getSerialPort(), ENQ_ATTEMPTS);
-    qCDebug(lcDevice).noquote() << "Got" << m_enq << "for version string";
+    qCDebug(util::lcDevice).noquote() << "Got" << m_enq << "for version string";
     return m_enq;
 }
 

@@ -1,4 +1,5 @@
 #include "firmware/Bootloader.h"
+#include "util/Logging.h"
 
 #include "app/Constants.h"
 #include "util/SuplTexts.h"
@@ -160,6 +161,7 @@ void bootloader::log(const QString& text) {
 
 void bootloader::start(const QStringList& args) {
     const QString line = program + QLatin1Char(' ') + args.join(QLatin1Char(' '));
+    qCDebug(util::lcFirmware).noquote() << "starting" << line;
     log(line + QLatin1Char('\n'));
     emit textreadysig(line + QLatin1Char('\n'));
     verifying = false;

@@ -1,4 +1,5 @@
 #include "firmware/FirmwareDownload.h"
+#include "util/Logging.h"
 
 #include "firmware/FirmwareArchive.h"
 
@@ -39,6 +40,7 @@ void FirmwareDownload::cancel() {
 }
 
 bool FirmwareDownload::get(const QUrl& url, QByteArray* body, QString* error) {
+    qCDebug(util::lcDownload).noquote() << "GET" << url.toString();
     QNetworkRequest request(url);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::UserVerifiedRedirectPolicy);

@@ -3,6 +3,7 @@
 #include "sf/SettingHost.h"
 #include "sf/parser/CalcParser.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -351,6 +352,17 @@ bool NumSetting::recomputeRange() {
     std::memcpy(m_maximum.data(), maximum, static_cast<size_t>(getSizeBytes()));
     m_rangeValid = true;
     return true;
+}
+
+bool NumSetting::isWithinRange() const {
+    double value = 0.0;
+    double low = 0.0;
+    double high = 0.0;
+    if (!m_rangeValid || !readDouble(getRawData(), &value) ||
+        !readDouble(m_minimum.constData(), &low) || !readDouble(m_maximum.constData(), &high)) {
+        return true;
+    }
+    return std::min(low, high) <= value && value <= std::max(low, high);
 }
 
 bool NumSetting::update(SettingType) {

@@ -48,6 +48,9 @@ public:
 
     // Minimum and maximum raw values from the range field.
     bool recomputeRange();
+    // Whether the raw value lies within the raw range as last computed (true when the
+    // range could not be computed): a cheap check for every paint of a cell.
+    bool isWithinRange() const;
     // The raw range as last computed (size in bytes each, image order).
     const QByteArray& getMinimumRaw() const { return m_minimum; }
     const QByteArray& getMaximumRaw() const { return m_maximum; }

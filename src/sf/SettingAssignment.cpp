@@ -106,6 +106,18 @@ AssignResult assignNumber(const Target& t) {
                             .arg(t.value, rangeText(t.manager, t.ref.setting, minimum.toDouble(),
                                                     maximum.toDouble())));
     }
+    // A value the setting's bytes cannot hold is refused rather than wrapped or clamped.
+    auto* num = qobject_cast<NumSetting*>(t.ref.setting);
+    double raw = 0.0;
+    if (num && num->untranslate(v, &raw)) {
+        const int bits = num->getSizeBits();
+        const double span = std::ldexp(1.0, bits - (num->isSigned() ? 1 : 0));
+        const double low = num->isSigned() ? -span : 0.0;
+        if (std::round(raw) < low || std::round(raw) > span - 1.0) {
+            return t.refuse(
+                QStringLiteral("%1 does not fit in the setting's %2 bits").arg(t.value).arg(bits));
+        }
+    }
     return t.set(QVariant(v));
 }
 
@@ -202,43 +214,68 @@ AssignResult assign(SetupFile& file, const Assignment& assignment, QString* erro
         *error = prefix + why;
         return AssignResult::Refused;
     }
-    SettingManager& manager = file.manager();
-    const QString code = ref.setting->getCodeName();
-    const QString label =
-        ref.subIndex >= 0 ? QStringLiteral("%1[%2]").arg(code).arg(ref.subIndex) : code;
-    const Target t{manager, ref, code, label, assignment.value, error};
-    AssignResult result = AssignResult::Refused;
-    if (!ref.setting->isEnabled() || !manager.isCategoryEnabled(ref.setting->getCategory())) {
-        result = t.refuse(QStringLiteral("the setting is disabled and cannot be edited"));
-    } else {
-        const QByteArray before = ref.setting->getBytes();
-        if (ref.subIndex >= 0) {
-            result = assignBit(t);
-        } else {
-            switch (ref.setting->getType()) {
-            case TypeNum:
-                result = assignNumber(t);
-                break;
-            case TypeList:
-                result = assignList(t);
-                break;
-            case TypeBool:
-            case TypeCheckBool:
-                result = assignWhole(t);
-                break;
-            default:
-                result = t.refuse(QStringLiteral("the setting could not be built"));
-                break;
-            }
-        }
-        if (result == AssignResult::Changed && ref.setting->getBytes() == before) {
-            result = AssignResult::Unchanged;
-        }
-    }
+    const AssignResult result = assignText(file.manager(), ref, assignment.value, error);
     if (result == AssignResult::Refused) {
         *error = prefix + *error;
     }
     return result;
+}
+
+AssignResult assignText(SettingManager& manager, const SettingRef& ref, const QString& text,
+                        QString* error) {
+    if (!ref.setting) {
+        *error = QStringLiteral("no setting");
+        return AssignResult::Refused;
+    }
+    const QString code = ref.setting->getCodeName();
+    const QString label =
+        ref.subIndex >= 0 ? QStringLiteral("%1[%2]").arg(code).arg(ref.subIndex) : code;
+    const Target t{manager, ref, code, label, text.trimmed(), error};
+    if (!ref.setting->isEnabled() || !manager.isCategoryEnabled(ref.setting->getCategory())) {
+        return t.refuse(QStringLiteral("the setting is disabled and cannot be edited"));
+    }
+    const QByteArray before = ref.setting->getBytes();
+    AssignResult result = AssignResult::Refused;
+    if (ref.subIndex >= 0) {
+        result = assignBit(t);
+    } else {
+        switch (ref.setting->getType()) {
+        case TypeNum:
+            result = assignNumber(t);
+            break;
+        case TypeList:
+            result = assignList(t);
+            break;
+        case TypeBool:
+        case TypeCheckBool:
+            result = assignWhole(t);
+            break;
+        default:
+            result = t.refuse(QStringLiteral("the setting could not be built"));
+            break;
+        }
+    }
+    if (result == AssignResult::Changed && ref.setting->getBytes() == before) {
+        result = AssignResult::Unchanged;
+    }
+    return result;
+}
+
+QString outOfRangeReason(SettingManager& manager, Setting* setting) {
+    if (!setting || setting->getType() != TypeNum) {
+        return QString();
+    }
+    const QString code = setting->getCodeName();
+    const QVariant value = manager.getSettingData(code, RoleEdit);
+    const QVariant minimum = manager.getSettingData(code, RoleMinimum);
+    const QVariant maximum = manager.getSettingData(code, RoleMaximum);
+    if (!value.isValid() || !minimum.isValid() || !maximum.isValid() ||
+        inRange(value.toDouble(), minimum.toDouble(), maximum.toDouble())) {
+        return QString();
+    }
+    return QStringLiteral("%1: %2 is out of range (%3)")
+        .arg(code, numberText(value.toDouble()),
+             rangeText(manager, setting, minimum.toDouble(), maximum.toDouble()));
 }
 
 } // namespace sf

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "sf/SetupFile.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
 
 namespace sf {
 
-class SetupFile;
+class SettingManager;
 
 // One NAME=VALUE of the set command. NAME is a code name, a help identifier (WSI), a
 // bit as NAME[k] or a bit's help identifier.
@@ -33,5 +35,17 @@ enum class AssignResult { Changed, Unchanged, Refused };
 // group's whole value as an unsigned integer (decimal or 0x hexadecimal). Disabled
 // settings are not edited. Refused with *error naming the setting and what it accepts.
 AssignResult assign(SetupFile& file, const Assignment& assignment, QString* error);
+
+// The same for a setting (or one bit of it) already found: the one way a value is set
+// from text, for the command line, the table's editors and a paste into the table. A
+// number outside its range, or one its bytes cannot hold, is refused and nothing
+// changes; *error is "NAME: what is wrong" (NAME the code name, NAME[k] for a bit).
+AssignResult assignText(SettingManager& manager, const SettingRef& ref, const QString& text,
+                        QString* error);
+
+// Why a number setting's value is outside its current range (a range that depends on
+// another setting can shrink below it), in the words of a refusal; empty when it is
+// within or the setting is no number.
+QString outOfRangeReason(SettingManager& manager, Setting* setting);
 
 } // namespace sf

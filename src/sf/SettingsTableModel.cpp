@@ -1,8 +1,11 @@
 #include "sf/SettingsTableModel.h"
 
 #include "sf/Category.h"
+#include "sf/NumSetting.h"
 #include "sf/Setting.h"
+#include "sf/SettingAssignment.h"
 #include "sf/SettingManager.h"
+#include "sf/SettingText.h"
 
 namespace sf {
 
@@ -16,6 +19,7 @@ const QColor SettingsTableModel::COLOUR_DISABLED_PRESET = QColor(Qt::darkGray);
 const QColor SettingsTableModel::COLOUR_HEADER_GRADIENT_EDGE = QColor(60, 60, 60);
 const QColor SettingsTableModel::COLOUR_HEADER_GRADIENT_MID = QColor(110, 110, 110);
 const QColor SettingsTableModel::COLOUR_CHANGED = QColor(20, 80, 200);
+const QColor SettingsTableModel::COLOUR_OUT_OF_RANGE = QColor(200, 0, 0);
 
 namespace {
 
@@ -68,7 +72,12 @@ QVariant SettingsTableModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
         return m_manager->getSettingData(index, RoleEdit);
     case Qt::FontRole:
-        return differsFromDefault(index) ? m_changedFont : m_font;
+        return differsFromDefault(index) || !outOfRangeReason(index).isEmpty() ? m_changedFont
+                                                                               : m_font;
+    case Qt::ToolTipRole: {
+        const QString reason = outOfRangeReason(index);
+        return reason.isEmpty() ? QVariant() : QVariant(reason);
+    }
     case Qt::TextAlignmentRole:
         return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter));
     case Qt::BackgroundRole:
@@ -78,6 +87,9 @@ QVariant SettingsTableModel::data(const QModelIndex& index, int role) const {
     case Qt::ForegroundRole:
         if (has(flags, Flag::FlagPresent) && flags < Flag::FlagPresetEnabled) {
             return COLOUR_DISABLED_PRESET;
+        }
+        if (outOfRange(index)) {
+            return COLOUR_OUT_OF_RANGE;
         }
         return differsFromDefault(index) ? QVariant(COLOUR_CHANGED) : QVariant();
     default:
@@ -104,7 +116,43 @@ bool SettingsTableModel::setData(const QModelIndex& index, const QVariant& value
     if (!index.isValid() || role != Qt::EditRole) {
         return false;
     }
+    int subIndex = -1;
+    const Setting* setting = m_manager->getSetting(index, &subIndex);
+    if (setting && subIndex < 0 && setting->getType() == TypeNum) {
+        return setText(index, value.toString());
+    }
     return m_manager->setSettingData(value, index);
+}
+
+bool SettingsTableModel::setText(const QModelIndex& index, const QString& text) {
+    SettingRef ref;
+    ref.setting = index.isValid() ? m_manager->getSetting(index, &ref.subIndex) : nullptr;
+    if (!ref.setting || !(flags(index) & Qt::ItemIsEditable)) {
+        return false;
+    }
+    QString error;
+    if (assignText(*m_manager, ref, text, &error) == AssignResult::Refused) {
+        emit editRefused(error);
+        return false;
+    }
+    return true;
+}
+
+QString SettingsTableModel::text(const QModelIndex& index) const {
+    SettingRef ref;
+    ref.setting = index.isValid() ? m_manager->getSetting(index, &ref.subIndex) : nullptr;
+    return ref.setting ? valueText(*m_manager, ref) : QString();
+}
+
+bool SettingsTableModel::outOfRange(const QModelIndex& index) const {
+    int subIndex = -1;
+    const auto* num = qobject_cast<const NumSetting*>(m_manager->getSetting(index, &subIndex));
+    return num && subIndex < 0 && !num->isWithinRange();
+}
+
+QString SettingsTableModel::outOfRangeReason(const QModelIndex& index) const {
+    return outOfRange(index) ? sf::outOfRangeReason(*m_manager, m_manager->getSetting(index))
+                             : QString();
 }
 
 QString SettingsTableModel::columnTitle(int column) const {

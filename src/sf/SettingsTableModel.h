@@ -24,7 +24,8 @@ public:
     static const QColor COLOUR_DISABLED_PRESET;
     static const QColor COLOUR_HEADER_GRADIENT_EDGE;
     static const QColor COLOUR_HEADER_GRADIENT_MID;
-    static const QColor COLOUR_CHANGED; // a value that differs from the default
+    static const QColor COLOUR_CHANGED;      // a value that differs from the default
+    static const QColor COLOUR_OUT_OF_RANGE; // a value its (dependent) range no longer holds
 
     // The manager is not owned; categories are shown once mapped onto this model
     // (SettingManager::mapCategory).
@@ -41,7 +42,17 @@ public:
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
+    // A number is set through its text (sf::assignText): a value out of its range, or
+    // one its bytes cannot hold, is refused with editRefused and the cell keeps its value.
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+    // Sets a cell from text as the command line's set does (a paste); false after
+    // editRefused when the text is refused or the cell shows nothing to set.
+    bool setText(const QModelIndex& index, const QString& text);
+    // The cell's value as text the way setText reads it (a copy).
+    QString text(const QModelIndex& index) const;
+    // Whether the cell's number is outside its current range, and why (empty when not).
+    bool outOfRange(const QModelIndex& index) const;
+    QString outOfRangeReason(const QModelIndex& index) const;
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
 
@@ -60,6 +71,8 @@ signals:
     void reloadAllEditors();
     void updateAllVisible();
     void updateData(const QModelIndex& from, const QModelIndex& to);
+    // An edit or paste was refused; message says why, in the command line's words.
+    void editRefused(const QString& message);
 
 public slots:
     // From the manager, for any model: rows inserted below an unfolding setting or removed

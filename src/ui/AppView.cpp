@@ -8,6 +8,7 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QStatusBar>
@@ -74,12 +75,11 @@ AppView::AppView(QWidget* parent)
 }
 
 QAction* AppView::command(const QString& name, const QString& text, const QString& icon,
-                          void (AppView::*signal)(), const QKeySequence& shortcut) {
+                          const QKeySequence& shortcut) {
     auto* act = new QAction(text, this);
     act->setShortcut(shortcut);
     act->setProperty("iconName", icon);
     act->setObjectName(name);
-    connect(act, &QAction::triggered, this, signal);
     m_actions.insert(name, act);
     return act;
 }
@@ -87,16 +87,13 @@ QAction* AppView::command(const QString& name, const QString& text, const QStrin
 void AppView::buildMenus() {
     QMenu* file = menuBar()->addMenu(tr("&File"));
     file->addAction(command(QStringLiteral("new"), tr("&New Setup..."),
-                            QStringLiteral("document-new"), &AppView::newPressed,
-                            QKeySequence::New));
+                            QStringLiteral("document-new"), QKeySequence::New));
     file->addAction(command(QStringLiteral("open"), tr("&Open Setup File..."),
-                            QStringLiteral("document-open"), &AppView::openPressed,
-                            QKeySequence::Open));
+                            QStringLiteral("document-open"), QKeySequence::Open));
     file->addAction(command(QStringLiteral("save"), tr("&Save"), QStringLiteral("document-save"),
-                            &AppView::savePressed, QKeySequence::Save));
+                            QKeySequence::Save));
     file->addAction(command(QStringLiteral("saveAs"), tr("Save &As..."),
-                            QStringLiteral("document-save-as"), &AppView::saveAsPressed,
-                            QKeySequence::SaveAs));
+                            QStringLiteral("document-save-as"), QKeySequence::SaveAs));
     QAction* close = new QAction(tr("&Close"), this);
     close->setObjectName(QStringLiteral("close"));
     close->setShortcut(QKeySequence::Close);
@@ -109,38 +106,34 @@ void AppView::buildMenus() {
     file->addAction(close);
     file->addSeparator();
     file->addAction(command(QStringLiteral("read"), tr("&Read from Korvex..."),
-                            QStringLiteral("go-down"), &AppView::readPressed,
-                            Qt::CTRL | Qt::SHIFT | Qt::Key_R));
+                            QStringLiteral("go-down"), Qt::CTRL | Qt::SHIFT | Qt::Key_R));
     file->addAction(command(QStringLiteral("write"), tr("&Write to Korvex..."),
-                            QStringLiteral("go-up"), &AppView::writePressed,
-                            Qt::CTRL | Qt::SHIFT | Qt::Key_W));
-    file->addAction(command(QStringLiteral("compare"), tr("Com&pare with Korvex..."), QString(),
-                            &AppView::comparePressed));
+                            QStringLiteral("go-up"), Qt::CTRL | Qt::SHIFT | Qt::Key_W));
+    file->addAction(command(QStringLiteral("compare"), tr("Com&pare with Korvex..."), QString()));
     file->addSeparator();
-    file->addAction(command(QStringLiteral("updateFirmware"), tr("&Update Firmware..."), QString(),
-                            &AppView::updateFirmwarePressed));
-    file->addAction(command(QStringLiteral("getFirmware"), tr("&Get New Firmware..."), QString(),
-                            &AppView::getFirmwarePressed));
-    file->addAction(command(QStringLiteral("clearFirmware"), tr("Remove All &Firmware..."),
-                            QString(), &AppView::clearFirmwarePressed));
+    file->addAction(
+        command(QStringLiteral("updateFirmware"), tr("&Update Firmware..."), QString()));
+    file->addAction(command(QStringLiteral("getFirmware"), tr("&Get New Firmware..."), QString()));
+    file->addAction(
+        command(QStringLiteral("clearFirmware"), tr("Remove All &Firmware..."), QString()));
     file->addSeparator();
-    QAction* quit = command(QStringLiteral("exit"), tr("E&xit"), QStringLiteral("application-exit"),
-                            &AppView::exitPressed);
+    QAction* quit =
+        command(QStringLiteral("exit"), tr("E&xit"), QStringLiteral("application-exit"));
     quit->setShortcut(QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
     file->addAction(quit);
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
     edit->addAction(command(QStringLiteral("undo"), tr("&Undo"), QStringLiteral("edit-undo"),
-                            &AppView::undoPressed, QKeySequence::Undo));
+                            QKeySequence::Undo));
     edit->addAction(command(QStringLiteral("redo"), tr("&Redo"), QStringLiteral("edit-redo"),
-                            &AppView::redoPressed, QKeySequence::Redo));
+                            QKeySequence::Redo));
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
-    QAction* protect = command(QStringLiteral("showProtected"), tr("Show &Protected Settings"),
-                               QString(), &AppView::showProtectedPressed);
-    QAction* multiple = command(QStringLiteral("enableMultiple"), tr("&Multiple Files in Tabs"),
-                                QString(), &AppView::enableMultiplePressed);
+    QAction* protect =
+        command(QStringLiteral("showProtected"), tr("Show &Protected Settings"), QString());
+    QAction* multiple =
+        command(QStringLiteral("enableMultiple"), tr("&Multiple Files in Tabs"), QString());
     for (QAction* act : {protect, multiple}) {
         act->setCheckable(true);
         view->addAction(act);
@@ -148,10 +141,15 @@ void AppView::buildMenus() {
 
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     help->addAction(command(QStringLiteral("help"), tr("Settings &Help"),
-                            QStringLiteral("help-contents"), &AppView::helpPressed,
-                            QKeySequence::HelpContents));
-    help->addAction(command(QStringLiteral("about"), tr("&About"), QStringLiteral("help-about"),
-                            &AppView::aboutPressed));
+                            QStringLiteral("help-contents"), QKeySequence::HelpContents));
+    QAction* keys = help->addAction(tr("&Keyboard"));
+    keys->setObjectName(QStringLiteral("keys"));
+    connect(keys, &QAction::triggered, this, [this] {
+        QMessageBox box(QMessageBox::NoIcon, tr("Keyboard"), KXFileView::keysText(),
+                        QMessageBox::Close, this);
+        box.exec();
+    });
+    help->addAction(command(QStringLiteral("about"), tr("&About"), QStringLiteral("help-about")));
 
     QToolBar* bar = addToolBar(tr("Commands"));
     bar->setObjectName(QStringLiteral("commands"));
@@ -305,7 +303,7 @@ bool AppView::event(QEvent* event) {
 void AppView::closeEvent(QCloseEvent* event) {
     // The controller decides and ends the program; the window only asks.
     event->ignore();
-    emit exitPressed();
+    m_actions.value(QStringLiteral("exit"))->trigger();
 }
 
 } // namespace ui

@@ -1,7 +1,7 @@
 #pragma once
 // The main window: menus and a tool bar for every command, one tab per open setup file,
 // the current file's status text in the status bar. It turns what the user does into
-// ...Pressed signals and shows what the application model says; it decides nothing.
+// triggered actions and shows what the application model says; it decides nothing.
 #include <QKeySequence>
 #include <QMainWindow>
 #include <QMap>
@@ -37,24 +37,9 @@ public:
     bool hasPainted() const { return m_painted; }
 
 signals:
-    void newPressed();
-    void openPressed();
+    // The commands are the actions (action(name)); the controller connects to them. A
+    // tab's close button and the Close command ask to close that tab.
     void closePressed(int index);
-    void savePressed();
-    void saveAsPressed();
-    void exitPressed();
-    void readPressed();
-    void writePressed();
-    void comparePressed();
-    void showProtectedPressed();
-    void enableMultiplePressed();
-    void undoPressed();
-    void redoPressed();
-    void aboutPressed();
-    void helpPressed();
-    void updateFirmwarePressed();
-    void getFirmwarePressed();
-    void clearFirmwarePressed();
     void indexChanged(int index);
     void settingTip(const QString& tip);
     // The first paint of the window is done.
@@ -66,7 +51,7 @@ protected:
 
 private:
     QAction* command(const QString& name, const QString& text, const QString& icon,
-                     void (AppView::*signal)(), const QKeySequence& shortcut = {});
+                     const QKeySequence& shortcut = {});
     void buildMenus();
     void loadIcons();
     void bindModel();

@@ -5,6 +5,7 @@
 #include "sf/ui/SettingsTableView.h"
 #include "ui/KXFileModel.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -17,6 +18,7 @@
 #include <QSplitter>
 #include <QTextBrowser>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace ui {
 
@@ -58,12 +60,22 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
         m_sections.push_back(section);
         m_tables.push_back(view);
         m_categories->addItem(file->tableTitles().value(int(i)));
-        connect(view, &sf::ui::SettingsTableView::settingTip, m_status, &QLabel::setText);
-        connect(view, &sf::ui::SettingsTableView::settingTip, this, &KXFileView::settingTip);
+        connect(tables[i].get(), &sf::SettingsTableModel::editRefused, this,
+                [this](const QString& message) {
+                    m_status->setText(message);
+                    emit settingTip(message);
+                });
         connect(tables[i].get(), &sf::SettingsTableModel::reloadAllEditors, this,
                 &KXFileView::activateVisibleTables, Qt::QueuedConnection);
         connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this,
-                [this](const QModelIndex& current) { selectionMoved(current); });
+                [this, view](const QModelIndex& current) {
+                    if (current.isValid()) { // a table that loses its cursor keeps the help
+                        selectionMoved(current);
+                        ensureCellVisible(view, current);
+                    }
+                });
+        connect(view, &sf::ui::SettingsTableView::leftTable, this,
+                [this, i](bool up, int column) { moveToNextTable(i, up, column); });
     }
     pageLayout->addStretch(1);
     m_scroll->setWidget(page);
@@ -75,15 +87,38 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
     sideLayout->addWidget(m_help, 1);
     sideLayout->addWidget(reset);
 
+    // The tables take what the window grows by; the list and the help keep usable widths
+    // and are never collapsed away (the help holds "Reset to default").
     auto* splitter = new QSplitter(this);
     splitter->addWidget(m_categories);
     splitter->addWidget(m_scroll);
     splitter->addWidget(side);
-    splitter->setStretchFactor(1, 3);
-    splitter->setStretchFactor(2, 1);
+    splitter->setStretchFactor(0, 0);
+    splitter->setStretchFactor(1, 1);
+    splitter->setStretchFactor(2, 0);
+    m_categories->setMinimumWidth(100);
+    side->setMinimumWidth(160);
+    m_scroll->setMinimumWidth(200);
+    for (int i = 0; i < splitter->count(); ++i) {
+        splitter->setCollapsible(i, false);
+    }
+    splitter->setSizes({150, 640, 230});
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_search);
     layout->addWidget(splitter, 1);
+
+    // Tab goes from the search to the category list, the tables, the help and the reset.
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    QWidget* previous = m_categories;
+    setTabOrder(m_search, m_categories);
+    for (sf::ui::SettingsTableView* view : m_tables) {
+        setTabOrder(previous, view);
+        previous = view;
+    }
+    setTabOrder(previous, m_help);
+    setTabOrder(m_help, reset);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { focusMoved(now); });
 
     connect(m_search, &QLineEdit::textChanged, this, &KXFileView::search);
     connect(m_categories, &QListWidget::currentRowChanged, this, &KXFileView::showCategory);
@@ -91,6 +126,21 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
     connect(file, &KXFileModel::jumpToIndex, this, &KXFileView::jumpTo);
     connect(m_scroll->verticalScrollBar(), &QScrollBar::valueChanged, this,
             &KXFileView::activateVisibleTables);
+    connect(m_scroll->horizontalScrollBar(), &QScrollBar::valueChanged, this,
+            &KXFileView::activateVisibleTables);
+
+    // The help pane shows a setting from the start: the first one of the first table.
+    for (sf::ui::SettingsTableView* view : m_tables) {
+        const QAbstractItemModel* model = view->model();
+        for (int row = 0; row < model->rowCount() && !m_selected.isValid(); ++row) {
+            if (model->flags(model->index(row, 0)) & Qt::ItemIsEnabled) {
+                view->setCurrentIndex(model->index(row, 0));
+            }
+        }
+        if (m_selected.isValid()) {
+            break;
+        }
+    }
 }
 
 void KXFileView::showEvent(QShowEvent* event) {
@@ -135,8 +185,73 @@ void KXFileView::showCategory(int row) {
 void KXFileView::selectionMoved(const QModelIndex& index) {
     m_selected = index;
     const sf::SettingManager* manager = m_file->manager();
+    const QString tip = manager->getSettingData(index, sf::RoleStatus).toString();
+    m_status->setText(tip);
+    emit settingTip(tip);
     const QString help = manager->getSettingData(index, sf::RoleToolTip).toString();
     m_help->setHtml(help.isEmpty() ? tr("<i>No help text for this setting.</i>") : help);
+}
+
+void KXFileView::ensureCellVisible(const sf::ui::SettingsTableView* view,
+                                   const QModelIndex& index) {
+    if (!index.isValid()) {
+        return;
+    }
+    m_scroll->widget()->layout()->activate();
+    const QRect cell = view->visualRect(index);
+    const QPoint centre = view->viewport()->mapTo(m_scroll->widget(), cell.center());
+    m_scroll->ensureVisible(centre.x(), centre.y(), cell.width() / 2 + 2, cell.height());
+    activateVisibleTables();
+}
+
+void KXFileView::moveToNextTable(size_t from, bool up, int column) {
+    for (size_t i = up ? from - 1 : from + 1; i < m_tables.size(); up ? --i : ++i) {
+        sf::ui::SettingsTableView* view = m_tables[i];
+        const QAbstractItemModel* model = view->model();
+        if (m_sections[i]->isHidden()) {
+            continue;
+        }
+        // The nearest row shown, in the column if it has a setting there, else the first.
+        for (int k = 0; k < model->rowCount(); ++k) {
+            const int row = up ? model->rowCount() - 1 - k : k;
+            if (view->isRowHidden(row)) {
+                continue;
+            }
+            QModelIndex target = model->index(row, qMin(column, model->columnCount() - 1));
+            if (!(model->flags(target) & Qt::ItemIsEnabled)) {
+                target = model->index(row, 0);
+            }
+            if (model->flags(target) & Qt::ItemIsEnabled) {
+                view->setFocus(Qt::OtherFocusReason);
+                view->setCurrentIndex(target);
+                return;
+            }
+        }
+    }
+}
+
+void KXFileView::focusMoved(QWidget* now) {
+    auto* view = qobject_cast<sf::ui::SettingsTableView*>(now);
+    if (view && view->currentIndex().isValid() &&
+        std::find(m_tables.begin(), m_tables.end(), view) != m_tables.end()) {
+        selectionMoved(view->currentIndex());
+    }
+}
+
+QString KXFileView::keysText() {
+    return tr("<table>"
+              "<tr><td>Tab, Shift+Tab</td><td>search, categories, tables, help, "
+              "Reset to default</td></tr>"
+              "<tr><td>Arrow keys</td><td>move between cells, and on into the next "
+              "table</td></tr>"
+              "<tr><td>Enter, F2, typing</td><td>edit a number</td></tr>"
+              "<tr><td>Enter, Alt+Down</td><td>open a list</td></tr>"
+              "<tr><td>Space</td><td>switch a bit or a check box; unfold or fold a "
+              "group</td></tr>"
+              "<tr><td>Escape</td><td>cancel an edit or close a list</td></tr>"
+              "<tr><td>Ctrl+C, Ctrl+V</td><td>copy a value, paste a value (checked "
+              "like a typed one)</td></tr>"
+              "</table>");
 }
 
 QString KXFileView::statusText() const {
@@ -209,10 +324,7 @@ void KXFileView::jumpTo(const QModelIndex& index) {
             continue;
         }
         view->setCurrentIndex(index);
-        const QRect cell = view->visualRect(index);
-        m_scroll->ensureVisible(0, m_sections[i]->y() + view->y() + cell.center().y(), 0,
-                                cell.height() * 2);
-        activateVisibleTables();
+        ensureCellVisible(view, index);
     }
 }
 

@@ -46,6 +46,10 @@ public slots:
     // Resets the selected setting to its default value.
     void resetSelectedToDefault();
 
+public:
+    // The keys of the tables, as the Help menu lists them (HTML).
+    static QString keysText();
+
 signals:
     // The status-line text of the setting under the cursor or selected (empty when none).
     void settingTip(const QString& tip);
@@ -61,6 +65,12 @@ private:
     void activateVisibleTables();
     void showCategory(int row);
     void selectionMoved(const QModelIndex& index);
+    // The cursor leaves table number `from` upwards or downwards: the next table with a
+    // row shown takes it, in the same column where that column has a setting.
+    void moveToNextTable(size_t from, bool up, int column);
+    // The focus coming back to a table shows its current cell's help again.
+    void focusMoved(QWidget* now);
+    void ensureCellVisible(const sf::ui::SettingsTableView* view, const QModelIndex& index);
     bool rowMatches(const QModelIndex& first, const QStringList& words) const;
 
     KXFileModel* m_file;

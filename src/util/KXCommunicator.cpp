@@ -1,4 +1,5 @@
 #include "util/KXCommunicator.h"
+#include "util/Logging.h"
 
 #include <QDebug>
 #include <QElapsedTimer>
@@ -91,7 +92,7 @@ QString KXCommunicator::getParsedENQVersion(const QString& portName, int attempt
     }
     QByteArray received; // kept across attempts: a frame may end in a later one
     for (int attempt = 1; attempt <= attempts; ++attempt) {
-        qDebug().noquote().nospace() << "ENQ attempt " << attempt;
+        qCDebug(util::lcDevice).noquote().nospace() << "ENQ attempt " << attempt;
         if (!sendEnquiry(*port)) {
             continue;
         }
@@ -103,7 +104,7 @@ QString KXCommunicator::getParsedENQVersion(const QString& portName, int attempt
         timer.start(g_answerWaitMs);
         while (timer.remainingTime() >= 1) {
             if (port->bytesAvailable() <= 0) {
-                qDebug() << "No data RX?";
+                qCDebug(util::lcDevice) << "No data RX?";
                 loop.exec();
                 continue;
             }
@@ -130,7 +131,7 @@ QString KXCommunicator::getParsedENQVersionBlocking(const QString& portName, int
     }
     QByteArray received;
     for (int attempt = 1; attempt <= attempts; ++attempt) {
-        qDebug().noquote().nospace() << "ENQ attempt " << attempt;
+        qCDebug(util::lcDevice).noquote().nospace() << "ENQ attempt " << attempt;
         if (!sendEnquiry(*port) || !port->waitForReadyRead(g_answerWaitMs) ||
             port->bytesAvailable() <= 0) {
             continue;

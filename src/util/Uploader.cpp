@@ -1,4 +1,5 @@
 #include "util/Uploader.h"
+#include "util/Logging.h"
 
 #include "app/Constants.h"
 
@@ -158,7 +159,7 @@ void Uploader::classifyOutput(const QByteArray& bytes) {
         chunk.truncate(nul);
     }
     output = QString::fromUtf8(chunk);
-    qDebug().noquote().nospace() << "from supl received " << output;
+    qCDebug(util::lcDevice).noquote().nospace() << "from supl received " << output;
     if (output.isEmpty()) {
         return;
     }
@@ -215,8 +216,8 @@ bool Uploader::waitForMessage(int timeoutMs, const QStringList& args, SuplMessag
         emit suplError(MSG_ERROR_NO_SUPL);
         return false;
     }
-    qDebug().noquote().nospace() << "Starting " << program << " with args "
-                                 << args.join(QLatin1Char(' '));
+    qCDebug(util::lcDevice).noquote().nospace()
+        << "Starting " << program << " with args " << args.join(QLatin1Char(' '));
     process->start(program, args, QIODevice::ReadWrite);
     timer.start();
     while (timer.isActive()) {
@@ -261,19 +262,19 @@ bool Uploader::searchForDevice() {
     maxBaud = DEFAULT_BAUD;
     const QStringList args{ARG_SERIAL_PORT, comList.at(comIndex), ARG_SEARCH};
     if (!waitForMessage(g_searchWaitMs, args, DEVICE_REPORTED)) {
-        qDebug() << "Timed out!";
+        qCDebug(util::lcDevice) << "Timed out!";
         return false;
     }
     if (process->state() != QProcess::NotRunning) {
         process->waitForFinished(g_exitWaitMs);
     }
     killProcess();
-    qDebug().noquote().nospace() << "supl got " << output;
+    qCDebug(util::lcDevice).noquote().nospace() << "supl got " << output;
     deviceVersion = output.section(QLatin1Char(':'), 1, 1)
                         .section(QLatin1Char('\n'), 0, 0)
                         .simplified()
                         .right(4);
-    qDebug().noquote().nospace() << "Version: " << deviceVersion;
+    qCDebug(util::lcDevice).noquote().nospace() << "Version: " << deviceVersion;
     return loadDeviceParameters(ui::PATH_AND_FILE_DEVICE);
 }
 
@@ -321,9 +322,9 @@ bool Uploader::prepareRWConnection(bool searchNextTime) {
     emit setProgress(33);
     emit suplProgress(MSG_PROG_SEARCHING);
     if (searchNeeded) {
-        qDebug() << "Searching for device";
+        qCDebug(util::lcDevice) << "Searching for device";
         if (!searchForDevice()) {
-            qDebug() << "Could not find device";
+            qCDebug(util::lcDevice) << "Could not find device";
             return false;
         }
     }
@@ -343,7 +344,7 @@ QStringList Uploader::deviceArgs(bool resetAfter) const {
 
 bool Uploader::readSettings(const QString& file, bool resetAfter) {
     if (!prepareRWConnection(resetAfter)) {
-        qDebug() << "Could not prepare RW connection";
+        qCDebug(util::lcDevice) << "Could not prepare RW connection";
         return false;
     }
     const QStringList args = deviceArgs(resetAfter)

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QLoggingCategory>
 
 #include <algorithm>
 #include <cstdio>
@@ -90,21 +91,30 @@ static void printHelp(QTextStream& out) {
 
 namespace {
 
-// The diagnostics the library writes to the debug log are for developers: shown only when
-// KX_DEBUG is set, so that standard error carries the tool's own messages.
+// The library's diagnostics go through its logging categories (util/Logging.h), whose
+// debug messages are off unless QT_LOGGING_RULES (or KX_DEBUG, for all of them) turns them
+// on; a debug message outside them is shown only with KX_DEBUG, so that standard error
+// carries the tool's own messages. Each line names its category.
 void quietDebug(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     static const bool show = qEnvironmentVariableIsSet("KX_DEBUG");
-    if (type == QtDebugMsg && !show) {
+    const bool ours = context.category && qstrncmp(context.category, "kx.", 3) == 0;
+    if (type == QtDebugMsg && !show && !ours) {
         return;
     }
-    Q_UNUSED(context);
-    std::fprintf(stderr, "%s\n", qPrintable(message));
+    if (ours) {
+        std::fprintf(stderr, "%s: %s\n", context.category, qPrintable(message));
+    } else {
+        std::fprintf(stderr, "%s\n", qPrintable(message));
+    }
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
     qInstallMessageHandler(quietDebug);
+    if (qEnvironmentVariableIsSet("KX_DEBUG")) {
+        QLoggingCategory::setFilterRules(QStringLiteral("kx.*.debug=true"));
+    }
     QCoreApplication app(argc, argv);
     QTextStream out(stdout);
     QTextStream err(stderr);

@@ -70,6 +70,10 @@ void NumDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
         return;
     }
     const int precision = manager()->getSettingData(index, RolePrecision).toInt();
+    if (auto* validator =
+            qobject_cast<QDoubleValidator*>(const_cast<QValidator*>(edit->validator()))) {
+        validator->setDecimals(precision); // no more digits than the setting shows
+    }
     const_cast<NumDelegate*>(this)->setChangingData(true);
     edit->setText(QString::number(index.data(Qt::EditRole).toDouble(), 'f', precision));
     const_cast<NumDelegate*>(this)->setChangingData(false);
@@ -77,12 +81,10 @@ void NumDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
 
 void NumDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
                                const QModelIndex& index) const {
+    // The text goes to the model as it is: the model refuses a value outside the range
+    // or one the bytes cannot hold, and says so.
     if (auto* edit = qobject_cast<QLineEdit*>(editor)) {
-        bool ok = false;
-        const double value = QLocale::c().toDouble(edit->text(), &ok);
-        if (ok) {
-            model->setData(index, value, Qt::EditRole);
-        }
+        model->setData(index, edit->text(), Qt::EditRole);
     }
 }
 

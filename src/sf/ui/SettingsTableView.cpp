@@ -3,7 +3,11 @@
 #include "sf/SettingManager.h"
 #include "sf/SettingsTableModel.h"
 #include "sf/del/MultiDelegate.h"
+#include "sf/ui/Editors.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLinearGradient>
 #include <QMenu>
 #include <QMouseEvent>
@@ -29,6 +33,7 @@ SettingsTableView::SettingsTableView(QWidget* parent) : QTableView(parent) {
     setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                     QAbstractItemView::AnyKeyPressed);
     setWordWrap(false);
+    setTabKeyNavigation(false); // Tab goes on to the next part of the window; arrows move
     horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     horizontalHeader()->setMinimumSectionSize(140);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -88,6 +93,9 @@ void SettingsTableView::openRowEditors(int row) {
         }
         if (d && d->isPersistent(index) && (m_model->flags(index) & Qt::ItemIsEditable)) {
             openPersistentEditor(index);
+            if (QWidget* editor = indexWidget(index)) {
+                editor->installEventFilter(this);
+            }
         }
     }
 }
@@ -153,6 +161,11 @@ void SettingsTableView::recomputeSize() {
         height += isRowHidden(row) ? 0 : rowHeight(row);
     }
     setFixedHeight(height + 2 * frameWidth());
+    // Never narrower than its columns at their smallest: a page of tables scrolls
+    // sideways instead of cutting columns off.
+    setMinimumWidth(verticalHeader()->sizeHint().width() +
+                    m_model->columnCount() * horizontalHeader()->minimumSectionSize() +
+                    2 * frameWidth());
 }
 
 void SettingsTableView::invokeMenu(const QModelIndex& index, const QPoint& globalPosition) {
@@ -177,6 +190,74 @@ void SettingsTableView::currentChanged(const QModelIndex& current, const QModelI
     if (m_model && current.isValid()) {
         emit settingTip(m_model->manager()->getSettingData(current, RoleStatus).toString());
     }
+}
+
+bool SettingsTableView::keyToEditor(QKeyEvent* event) {
+    QWidget* editor = indexWidget(currentIndex());
+    const int key = event->key();
+    const bool space = key == Qt::Key_Space && event->modifiers() == Qt::NoModifier;
+    const bool open = key == Qt::Key_Return || key == Qt::Key_Enter ||
+                      (key == Qt::Key_Down && (event->modifiers() & Qt::AltModifier));
+    if (auto* box = qobject_cast<ListComboBox*>(editor)) {
+        if (space && box->count() == 2) { // a bit: its other label
+            box->setCurrentIndex(1 - box->currentIndex());
+            return true;
+        }
+        if (open) {
+            box->showPopup();
+            return true;
+        }
+    } else if (auto* check = qobject_cast<QAbstractButton*>(editor)) {
+        if (space || key == Qt::Key_Return || key == Qt::Key_Enter) {
+            check->click();
+            return true;
+        }
+    }
+    return false;
+}
+
+bool SettingsTableView::eventFilter(QObject* watched, QEvent* event) {
+    auto* editor = qobject_cast<QWidget*>(watched);
+    if (event->type() == QEvent::MouseButtonPress && editor &&
+        editor->parentWidget() == viewport()) {
+        const QModelIndex cell = indexAt(editor->geometry().center());
+        if (cell.isValid() && cell != currentIndex()) {
+            setCurrentIndex(cell);
+        }
+        setFocus(Qt::MouseFocusReason);
+    }
+    return QTableView::eventFilter(watched, event);
+}
+
+void SettingsTableView::keyPressEvent(QKeyEvent* event) {
+    const QModelIndex current = currentIndex();
+    if (m_model && current.isValid() && state() != EditingState) {
+        if (keyToEditor(event)) {
+            return;
+        }
+        const int key = event->key();
+        if ((key == Qt::Key_Return || key == Qt::Key_Enter) &&
+            QAbstractItemView::edit(current, EditKeyPressed, event)) {
+            return;
+        }
+        if ((key == Qt::Key_Up || key == Qt::Key_Down) && event->modifiers() == Qt::NoModifier) {
+            const QModelIndex next =
+                moveCursor(key == Qt::Key_Up ? MoveUp : MoveDown, Qt::NoModifier);
+            if (!next.isValid() || next == current) {
+                emit leftTable(key == Qt::Key_Up, current.column());
+                return;
+            }
+        }
+    }
+    if (m_model && current.isValid() && event->matches(QKeySequence::Copy)) {
+        QGuiApplication::clipboard()->setText(m_model->text(currentIndex()));
+        return;
+    }
+    if (m_model && currentIndex().isValid() && event->matches(QKeySequence::Paste)) {
+        m_model->setText(currentIndex(), QGuiApplication::clipboard()->text());
+        return;
+    }
+    QTableView::keyPressEvent(event);
 }
 
 // ---- Row header ---------------------------------------------------------------------------

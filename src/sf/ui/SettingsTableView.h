@@ -57,10 +57,26 @@ signals:
     void settingTip(const QString& text);
     // Asks to edit the cell of a context menu's action.
     void edit(const QModelIndex& index);
+    // An arrow key went past the first (up) or last row a cell can be chosen in: the table
+    // above or below takes the cursor on in that column.
+    void leftTable(bool up, int column);
 
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    // The keys of the table (docs/tables.md): arrows move between cells and on into the
+    // next table; Enter or F2 edits a number, and on a cell with an open editor Enter or
+    // Alt+Down opens its list and Space toggles a bit or box (Space on a group's row folds
+    // it); copy puts the current cell's value on the clipboard as text and paste sets the
+    // cell from the clipboard's text as the command line's set would.
+    void keyPressEvent(QKeyEvent* event) override;
+    // A click into an editor open in a cell makes that cell the current one.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
+private:
+    // Space, Enter or Alt+Down on a cell whose editor stays open; false when it has none.
+    bool keyToEditor(QKeyEvent* event);
+
+protected:
 private:
     SettingsTableModel* m_model = nullptr;
     del::MultiDelegate* m_delegate = nullptr;
