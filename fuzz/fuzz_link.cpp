@@ -62,8 +62,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const DeviceProfile& p = profiles.at(int(size % 3));
     const int memorySize = int(p.imageAddress(p.settingsEnd) - p.imageAddress(p.settingsStart));
     const int programSize = int(p.programEnd - p.programStart);
-    Instrument instrument(p, QByteArray(memorySize, '\0'), QByteArray(programSize, char(0xFF)),
-                          QStringLiteral("3.10"));
+    // Runs a firmware at start; a flash it is fed is never a firmware it knows.
+    Instrument instrument(
+        p, QByteArray(memorySize, '\0'), QByteArray(programSize, char(0xFF)),
+        Identity{QStringLiteral("3.10"), QStringLiteral("KX3-3.10"), QStringLiteral("3.10")}, true,
+        [](const QByteArray&, Identity*) { return false; });
     instrument.receive(QByteArray(1, SYNC)); // into service mode
     instrument.receive(bytes);
     check(instrument.memory().size() == memorySize);
