@@ -284,6 +284,8 @@ private slots:
             Simulator setup(app.folder.path(firmwareOf("3.10")), state);
             QCOMPARE(run("device write --port " + setup.port() + " start.hex").exitCode, 0);
         }
+        const QString before = app.folder.path("before-state.hex");
+        QVERIFY(QFile::copy(state, before));
         QPointer<MainWindow> window;
         const auto update = [&](const QString& port) {
             if (!window) {
@@ -316,6 +318,12 @@ private slots:
             QVERIFY2(shown.isEmpty() ? app.prompts.texts(TITLE_ERROR).isEmpty()
                                      : texts.join('\n').contains(shown),
                      qPrintable(texts.join('\n')));
+        }
+        if (operation == QLatin1String("write") && faults.isEmpty()) {
+            // The command line's write of the same file leaves the same bytes.
+            Simulator cli(app.folder.path(firmwareOf("3.10")), before);
+            QCOMPARE(run("device write --port " + cli.port() + " new.hex").exitCode, 0);
+            QCOMPARE(testsupport::readFile(before), testsupport::readFile(state));
         }
         Simulator again(app.folder.path(firmwareOf("3.10")), state);
         if (run("device enq --port " + again.port()).exitCode != 0) {
