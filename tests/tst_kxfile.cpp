@@ -221,9 +221,25 @@ private slots:
 
     // Tab: search, categories, every table, help, Reset to default. An arrow past a
     // table's last row goes on into the next table, whose cell shows and gets its help.
+    // The tables below the first screen wait for its first paint; the view is whole right
+    // after it.
+    void tablesBelowTheFirstScreenMadeAfterItPaints() {
+        OpenView v;
+        const int categories = int(v.file.tables().size());
+        QVERIFY(v.view->findChildren<sf::ui::SettingsTableView*>().size() < categories);
+        QVERIFY(QTest::qWaitForWindowExposed(v.view.get()));
+        QTRY_COMPARE(v.view->findChildren<sf::ui::SettingsTableView*>().size(), categories);
+    }
+
     void keyboardThroughTheView() {
         OpenView v;
         QVERIFY(!v.view->helpText().isEmpty()); // the first setting's, from the start
+        // The last table made before those between it and the first: the tab order is
+        // still the tables' order.
+        QModelIndex last;
+        const auto& tables = v.file.tables();
+        last = tables.back()->index(0, 0);
+        v.view->jumpTo(last);
         v.view->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(v.view.get()));
         v.view->findChild<QLineEdit*>()->setFocus();

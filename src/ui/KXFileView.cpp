@@ -17,6 +17,7 @@
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -39,10 +40,15 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
     reset->setToolTip(tr("Put the selected setting back to the value of the firmware's "
                          "default setup (undo takes it back)"));
 
+    // Tab goes from the search to the category list, the tables, the help and the reset;
+    // each table takes its place after the one before it as it is made.
+    setTabOrder(m_search, m_categories);
+    setTabOrder(m_categories, m_help);
+    setTabOrder(m_help, reset);
+
     auto* page = new QWidget(m_scroll);
     auto* pageLayout = new QVBoxLayout(page);
-    const auto& tables = file->tables();
-    for (size_t i = 0; i < tables.size(); ++i) {
+    for (size_t i = 0; i < file->tables().size(); ++i) {
         auto* section = new QWidget(page);
         auto* sectionLayout = new QVBoxLayout(section);
         sectionLayout->setContentsMargins(0, 8, 0, 4);
@@ -51,34 +57,35 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
         font.setPointSizeF(font.pointSizeF() * 1.3);
         font.setBold(true);
         title->setFont(font);
-        auto* view = new sf::ui::SettingsTableView(section);
-        view->setEditorsActive(false);
-        view->setModel(tables[i].get());
         sectionLayout->addWidget(title);
-        sectionLayout->addWidget(view);
         pageLayout->addWidget(section);
         m_sections.push_back(section);
-        m_tables.push_back(view);
+        m_tables.push_back(nullptr);
         m_categories->addItem(file->tableTitles().value(int(i)));
-        connect(tables[i].get(), &sf::SettingsTableModel::editRefused, this,
+        connect(file->tables()[i].get(), &sf::SettingsTableModel::editRefused, this,
                 [this](const QString& message) {
                     m_status->setText(message);
                     emit settingTip(message);
                 });
-        connect(tables[i].get(), &sf::SettingsTableModel::reloadAllEditors, this,
+        connect(file->tables()[i].get(), &sf::SettingsTableModel::reloadAllEditors, this,
                 &KXFileView::activateVisibleTables, Qt::QueuedConnection);
-        connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this,
-                [this, view](const QModelIndex& current) {
-                    if (current.isValid()) { // a table that loses its cursor keeps the help
-                        selectionMoved(current);
-                        ensureCellVisible(view, current);
-                    }
-                });
-        connect(view, &sf::ui::SettingsTableView::leftTable, this,
-                [this, i](bool up, int column) { moveToNextTable(i, up, column); });
+    }
+    // The first table now, to measure by; the others as they come near the screen, and
+    // the rest right after the first paint (a dozen tables made at once are a good part
+    // of the time before the window first shows).
+    for (size_t i = 0; i < m_sections.size(); ++i) {
+        if (i == 0) {
+            table(0);
+        } else {
+            auto* standIn = new QWidget(m_sections[i]);
+            standIn->setFixedHeight(estimatedSize(i).height());
+            standIn->setMinimumWidth(estimatedSize(i).width());
+            m_sections[i]->layout()->addWidget(standIn);
+        }
     }
     pageLayout->addStretch(1);
     m_scroll->setWidget(page);
+    page->installEventFilter(this);
 
     auto* side = new QWidget(this);
     auto* sideLayout = new QVBoxLayout(side);
@@ -107,16 +114,7 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
     layout->addWidget(m_search);
     layout->addWidget(splitter, 1);
 
-    // Tab goes from the search to the category list, the tables, the help and the reset.
     m_scroll->setFocusPolicy(Qt::NoFocus);
-    QWidget* previous = m_categories;
-    setTabOrder(m_search, m_categories);
-    for (sf::ui::SettingsTableView* view : m_tables) {
-        setTabOrder(previous, view);
-        previous = view;
-    }
-    setTabOrder(previous, m_help);
-    setTabOrder(m_help, reset);
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { focusMoved(now); });
 
@@ -130,7 +128,8 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
             &KXFileView::activateVisibleTables);
 
     // The help pane shows a setting from the start: the first one of the first table.
-    for (sf::ui::SettingsTableView* view : m_tables) {
+    for (size_t i = 0; i < m_tables.size(); ++i) {
+        sf::ui::SettingsTableView* view = table(i);
         const QAbstractItemModel* model = view->model();
         for (int row = 0; row < model->rowCount() && !m_selected.isValid(); ++row) {
             if (model->flags(model->index(row, 0)) & Qt::ItemIsEnabled) {
@@ -153,6 +152,73 @@ void KXFileView::resizeEvent(QResizeEvent* event) {
     activateVisibleTables();
 }
 
+bool KXFileView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_scroll->widget() && event->type() == QEvent::Paint) {
+        // The tables first shown have painted: the others are made next.
+        m_scroll->widget()->removeEventFilter(this);
+        QTimer::singleShot(0, this, &KXFileView::makeAllTables);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+const std::vector<sf::ui::SettingsTableView*>& KXFileView::tables() {
+    makeAllTables();
+    return m_tables;
+}
+
+void KXFileView::makeAllTables() {
+    for (size_t i = 0; i < m_tables.size(); ++i) {
+        table(i);
+    }
+}
+
+QSize KXFileView::estimatedSize(size_t i) const {
+    const sf::ui::SettingsTableView* first = m_tables.front();
+    const QAbstractItemModel* model = m_file->tables()[i].get();
+    const int frame = 2 * first->frameWidth();
+    return {first->verticalHeader()->sizeHint().width() +
+                model->columnCount() * first->horizontalHeader()->minimumSectionSize() + frame,
+            first->horizontalHeader()->sizeHint().height() +
+                model->rowCount() * first->verticalHeader()->defaultSectionSize() + frame};
+}
+
+sf::ui::SettingsTableView* KXFileView::table(size_t i) {
+    if (m_tables[i]) {
+        return m_tables[i];
+    }
+    QWidget* section = m_sections[i];
+    auto* view = new sf::ui::SettingsTableView(section);
+    view->setEditorsActive(false);
+    view->setModel(m_file->tables()[i].get());
+    QLayout* layout = section->layout();
+    if (QLayoutItem* standIn = layout->count() > 1 ? layout->takeAt(1) : nullptr) {
+        delete standIn->widget();
+        delete standIn;
+    }
+    layout->addWidget(view);
+    view->show();
+    m_tables[i] = view;
+
+    QWidget* before = m_categories; // the table made last before it, or the list
+    for (size_t k = i; k-- > 0;) {
+        if (m_tables[k]) {
+            before = m_tables[k];
+            break;
+        }
+    }
+    setTabOrder(before, view);
+    connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this, view](const QModelIndex& current) {
+                if (current.isValid()) { // a table that loses its cursor keeps the help
+                    selectionMoved(current);
+                    ensureCellVisible(view, current);
+                }
+            });
+    connect(view, &sf::ui::SettingsTableView::leftTable, this,
+            [this, i](bool up, int column) { moveToNextTable(i, up, column); });
+    return view;
+}
+
 void KXFileView::activateVisibleTables() {
     if (!isVisible()) {
         return; // the sections have no places yet
@@ -161,9 +227,23 @@ void KXFileView::activateVisibleTables() {
     const int height = m_scroll->viewport()->height();
     const int top = m_scroll->verticalScrollBar()->value() - height / 4;
     const int bottom = top + height + height / 2;
+    bool made = false;
+    for (size_t i = 0; i < m_sections.size(); ++i) {
+        const QWidget* section = m_sections[i];
+        if (!m_tables[i] && section->y() <= bottom && section->y() + section->height() >= top) {
+            table(i);
+            made = true;
+        }
+    }
+    if (made) {
+        m_scroll->widget()->layout()->activate();
+    }
     for (size_t i = 0; i < m_sections.size(); ++i) {
         const QWidget* section = m_sections[i];
         sf::ui::SettingsTableView* view = m_tables[i];
+        if (!view) {
+            continue;
+        }
         const int viewTop = section->y() + view->y() + view->viewport()->y();
         if (!section->isVisibleTo(this) || viewTop > bottom ||
             section->y() + section->height() < top) {
@@ -206,7 +286,7 @@ void KXFileView::ensureCellVisible(const sf::ui::SettingsTableView* view,
 
 void KXFileView::moveToNextTable(size_t from, bool up, int column) {
     for (size_t i = up ? from - 1 : from + 1; i < m_tables.size(); up ? --i : ++i) {
-        sf::ui::SettingsTableView* view = m_tables[i];
+        sf::ui::SettingsTableView* view = table(i);
         const QAbstractItemModel* model = view->model();
         if (m_sections[i]->isHidden()) {
             continue;
@@ -278,6 +358,7 @@ bool KXFileView::rowMatches(const QModelIndex& first, const QStringList& words) 
 
 void KXFileView::search(const QString& text) {
     const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    makeAllTables();
     for (size_t i = 0; i < m_tables.size(); ++i) {
         sf::ui::SettingsTableView* view = m_tables[i];
         const QAbstractItemModel* model = view->model();
@@ -309,9 +390,9 @@ void KXFileView::setSearchText(const QString& text) {
 int KXFileView::shownRows() const {
     int shown = 0;
     for (size_t i = 0; i < m_tables.size(); ++i) {
-        const QAbstractItemModel* model = m_tables[i]->model();
+        const QAbstractItemModel* model = m_file->tables()[i].get();
         for (int row = 0; row < model->rowCount() && !m_sections[i]->isHidden(); ++row) {
-            shown += m_tables[i]->isRowHidden(row) ? 0 : 1;
+            shown += m_tables[i] && m_tables[i]->isRowHidden(row) ? 0 : 1;
         }
     }
     return shown;
@@ -319,10 +400,10 @@ int KXFileView::shownRows() const {
 
 void KXFileView::jumpTo(const QModelIndex& index) {
     for (size_t i = 0; i < m_tables.size(); ++i) {
-        sf::ui::SettingsTableView* view = m_tables[i];
-        if (view->model() != index.model()) {
+        if (m_file->tables()[i].get() != index.model()) {
             continue;
         }
+        sf::ui::SettingsTableView* view = table(i);
         view->setCurrentIndex(index);
         ensureCellVisible(view, index);
     }

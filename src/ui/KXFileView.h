@@ -30,7 +30,8 @@ public:
     explicit KXFileView(KXFileModel* file, QWidget* parent = nullptr);
 
     KXFileModel* file() const { return m_file; }
-    const std::vector<sf::ui::SettingsTableView*>& tables() const { return m_tables; }
+    // Every category's table (made now where it has not been made yet).
+    const std::vector<sf::ui::SettingsTableView*>& tables();
     // The number of rows the search leaves shown, over all tables.
     int shownRows() const;
     QString statusText() const;
@@ -57,12 +58,18 @@ signals:
 protected:
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // The tables open the editors of their rows as the rows come near the screen and
     // keep them; until then the cells are only painted (thousands of editor widgets
     // made at once would make opening and scrolling a large file slow).
     void activateVisibleTables();
+    // Table number i, made in place of its stand-in the first time it is asked for.
+    sf::ui::SettingsTableView* table(size_t i);
+    void makeAllTables();
+    // The height and width table number i will take, for its stand-in.
+    QSize estimatedSize(size_t i) const;
     void showCategory(int row);
     void selectionMoved(const QModelIndex& index);
     // The cursor leaves table number `from` upwards or downwards: the next table with a
@@ -79,8 +86,8 @@ private:
     QScrollArea* m_scroll;
     QLabel* m_status;
     QTextBrowser* m_help;
-    std::vector<sf::ui::SettingsTableView*> m_tables;
-    std::vector<QWidget*> m_sections; // a title and its table
+    std::vector<sf::ui::SettingsTableView*> m_tables; // null until made
+    std::vector<QWidget*> m_sections;                 // a title and its table
     QModelIndex m_selected;
 };
 
