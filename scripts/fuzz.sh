@@ -61,14 +61,15 @@ run_one() {
     [ -d "$root/fuzz/regressions/$t" ] && dirs+=("$root/fuzz/regressions/$t")
     if [ -n "$seconds" ]; then
         corpus="$work/$t-corpus"
-        args=(-max_total_time="$seconds" -runs="${runs:--1}")
+        # An input may wait for the processor on a shared machine: a longer time limit.
+        args=(-max_total_time="$seconds" -runs="${runs:--1}" -timeout=300)
     else
         corpus="$work/$t-fixed"
         rm -rf "$corpus"
-        args=(-seed=1 -runs="${runs:-$(fixed_runs "$t")}")
+        args=(-seed=1 -runs="${runs:-$(fixed_runs "$t")}" -timeout=120)
     fi
     mkdir -p "$corpus"
-    if (cd "$work" && "$build/bin/$t" "${args[@]}" -timeout=120 -rss_limit_mb=2048 \
+    if (cd "$work" && "$build/bin/$t" "${args[@]}" -rss_limit_mb=2048 \
             -print_final_stats=1 -artifact_prefix="$work/$t-" "$corpus" "${dirs[@]}" \
             >"$work/$t.log" 2>&1); then
         echo "fuzz $t: clean, $(grep -m1 -o 'stat::number_of_executed_units: [0-9]*' "$work/$t.log" | awk '{print $2}') inputs," \
@@ -78,14 +79,17 @@ run_one() {
     fi
 }
 failed=0
-pids=()
+running=0
 for t in "${targets[@]}"; do
-    run_one "$t" &
-    pids+=($!)
-    if [ ${#pids[@]} -ge "$jobs" ]; then
-        wait "${pids[0]}" || failed=1
-        pids=("${pids[@]:1}")
+    if [ "$running" -ge "$jobs" ]; then # the next starts as soon as any one ends
+        wait -n || failed=1
+        running=$((running - 1))
     fi
+    run_one "$t" &
+    running=$((running + 1))
 done
-for p in "${pids[@]}"; do wait "$p" || failed=1; done
+while [ "$running" -gt 0 ]; do
+    wait -n || failed=1
+    running=$((running - 1))
+done
 exit $failed
