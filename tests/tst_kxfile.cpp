@@ -19,6 +19,8 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextBrowser>
 #include <QtTest>
@@ -272,10 +274,38 @@ private slots:
         QCOMPARE(first->currentIndex().row(), first->model()->rowCount() - 1);
     }
 
+    // Typed into the cell as a user types: the refusal's words stay on the status line
+    // once the editor has closed and the table has the focus again.
+    void refusedEntryKeepsItsMessage() {
+        OpenView v;
+        v.view->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(v.view.get()));
+        QModelIndex index;
+        v.tableOf(QStringLiteral("CellCntA"), &index);
+        sf::ui::SettingsTableView* table = nullptr;
+        for (sf::ui::SettingsTableView* candidate : v.view->tables()) {
+            table = candidate->model() == index.model() ? candidate : table;
+        }
+        const QString before = index.data().toString();
+        table->setFocus();
+        table->setCurrentIndex(index);
+        QTest::keyClick(table, Qt::Key_F2);
+        QWidget* editor = QApplication::focusWidget();
+        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(editor, QStringLiteral("99"));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QTRY_COMPARE(QApplication::focusWidget(), table);
+        QCOMPARE(index.data().toString(), before);
+        QCOMPARE(v.view->statusText(),
+                 QStringLiteral("CellCntA: 99 is out of range (1 to 36 cells)"));
+    }
+
     void everyColumnReachableAt800x600() {
         OpenView v;
         v.view->resize(800, 600);
         QVERIFY(QTest::qWaitForWindowExposed(v.view.get()));
+        // It opens at the left edge, the setting names in sight.
+        QCOMPARE(v.view->findChild<QScrollArea*>()->horizontalScrollBar()->value(), 0);
         auto* reset = v.view->findChild<QPushButton*>();
         QVERIFY(reset->visibleRegion().boundingRect().width() >= reset->sizeHint().width());
         QVERIFY(v.view->findChild<QTextBrowser*>()->width() >= 150);

@@ -274,7 +274,7 @@ void KXFileView::selectionMoved(const QModelIndex& index) {
 
 void KXFileView::ensureCellVisible(const sf::ui::SettingsTableView* view,
                                    const QModelIndex& index) {
-    if (!index.isValid()) {
+    if (!index.isValid() || !isVisible()) { // a hidden view has no places yet
         return;
     }
     m_scroll->widget()->layout()->activate();
@@ -312,7 +312,9 @@ void KXFileView::moveToNextTable(size_t from, bool up, int column) {
 
 void KXFileView::focusMoved(QWidget* now) {
     auto* view = qobject_cast<sf::ui::SettingsTableView*>(now);
-    if (view && view->currentIndex().isValid() &&
+    // Only a cell other than the one shown: an editor closing gives the focus back to its
+    // table, and a refusal's message stays until the cursor moves.
+    if (view && view->currentIndex().isValid() && view->currentIndex() != m_selected &&
         std::find(m_tables.begin(), m_tables.end(), view) != m_tables.end()) {
         selectionMoved(view->currentIndex());
     }
