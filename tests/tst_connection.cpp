@@ -346,6 +346,20 @@ private slots:
         }
         const QString list = shown.join(QLatin1Char('\n'));
         QCOMPARE(list, testsupport::expectedText(QStringLiteral("ports/fake-machine.txt"), list));
+        // The choice made for the user: the port used last; with no USB adapter plugged
+        // in, a simulated instrument ahead of the on-board port; the only adapter.
+        const auto chosen = [&machine](const QStringList& paths, const QString& last) {
+            const QList<util::SerialPortDescription> ports = util::describePorts(paths, machine);
+            const int row = util::preselectedPort(ports, last);
+            return row < 0 ? QString() : ports.at(row).path;
+        };
+        QCOMPARE(chosen(enumerated, QStringLiteral("/dev/pts/6")), QStringLiteral("/dev/pts/6"));
+        QCOMPARE(chosen(enumerated, QStringLiteral("/dev/gone")), QStringLiteral("/dev/ttyUSB0"));
+        QCOMPARE(chosen({"/dev/ttyS0", "/dev/ttyACM0", "/tmp/kx-sim"}, QString()),
+                 QStringLiteral("/dev/ttyACM0"));
+        QCOMPARE(chosen({"/dev/ttyS0", "/dev/pts/6", "/dev/pts/5"}, QString()),
+                 QStringLiteral("/dev/pts/5"));
+        QCOMPARE(chosen({"/dev/ttyS1"}, QString()), QString());
 
         // The device rule: none; the package's, read through the parser; hidden by an empty
         // file of the same name in /etc, as udev does.

@@ -19,6 +19,7 @@ QString usbName(const SerialSystem::Adapter& adapter) {
 
 QList<SerialPortDescription> describePorts(const QStringList& paths, const SerialSystem& system) {
     QList<SerialPortDescription> usb;
+    QList<SerialPortDescription> simulated; // what a demo or a test means to reach
     QList<SerialPortDescription> others;
     for (const QString& path : paths) {
         const SerialSystem::Port port = system.port(path);
@@ -37,7 +38,8 @@ QList<SerialPortDescription> describePorts(const QStringList& paths, const Seria
             break;
         case SerialSystem::Port::Simulator:
             entry.description = QStringLiteral("Simulated instrument");
-            break;
+            simulated << entry;
+            continue;
         case SerialSystem::Port::PseudoTerminal:
             entry.description = QStringLiteral("Pseudo-terminal");
             break;
@@ -47,7 +49,7 @@ QList<SerialPortDescription> describePorts(const QStringList& paths, const Seria
         }
         others << entry;
     }
-    return usb + others;
+    return usb + simulated + others;
 }
 
 QList<SerialPortDescription> describePorts(const QStringList& paths) {

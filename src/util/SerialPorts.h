@@ -1,7 +1,8 @@
 #pragma once
 // The serial ports as a person choosing one sees them: each entry names what it is
-// ("USB serial CH340 (1a86:7523)", "Simulated instrument"), the USB adapters come first and
-// then the other ports, and on-board ports with no UART behind them are left out. The port
+// ("USB serial CH340 (1a86:7523)", "Simulated instrument"), the USB adapters come first,
+// then simulated instruments, then the other ports, and on-board ports with no UART behind
+// them are left out. The port
 // dialog, the firmware update window and `kxsetup-cli device ports` show this list.
 #include <QList>
 #include <QString>
@@ -18,7 +19,8 @@ struct SerialPortDescription {
 };
 
 // The ports of `paths` (the uploader's list: the enumerated ports, then the extra ones) as
-// the person sees them, USB adapters first, each group in the order given.
+// the person sees them, USB adapters first, then simulated instruments, each group in the
+// order given.
 QList<SerialPortDescription> describePorts(const QStringList& paths, const SerialSystem& system);
 // The same on this machine.
 QList<SerialPortDescription> describePorts(const QStringList& paths);
