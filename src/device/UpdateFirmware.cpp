@@ -66,7 +66,7 @@ sf::SetupFile* UpdateFirmware::readOwn(const QString& title) {
 bool UpdateFirmware::probeBootloader(const util::VersionContainer& target, bool* recover) {
     emit log(QObject::tr("The Korvex does not answer in its display mode; looking for its "
                          "update mode..."));
-    if (!m_uploader.searchForDevice()) {
+    if (!m_uploader.probeForDevice()) {
         return fail(ui::MESSAGE_UPDATE_VERSION_NONE);
     }
     const QString model = modelOfIdentifier(m_uploader.getDeviceVersion());

@@ -193,7 +193,7 @@ bool Uploader::errorCheck() {
         for (const QString& text : row.texts) {
             if (output.contains(text)) {
                 receiveMessage(row.message);
-                emit suplError(*row.userText);
+                reportError(*row.userText);
                 hit = true;
                 break;
             }
@@ -213,7 +213,7 @@ bool Uploader::waitForMessage(int timeoutMs, const QStringList& args, SuplMessag
 
     const QString program = QStringLiteral("./") + ui::FILE_SUPL;
     if (!QFileInfo(process->workingDirectory() + program).isFile()) {
-        emit suplError(MSG_ERROR_NO_SUPL);
+        reportError(MSG_ERROR_NO_SUPL);
         return false;
     }
     qCDebug(util::lcDevice).noquote().nospace()
@@ -233,14 +233,14 @@ bool Uploader::waitForMessage(int timeoutMs, const QStringList& args, SuplMessag
             }
             if (message == QUIT) {
                 killProcess();
-                emit suplError(MSG_ERROR_QUIT);
+                reportError(MSG_ERROR_QUIT);
                 return false;
             }
         }
         loop.exec();
     }
     killProcess();
-    emit suplError(MSG_ERROR_TIMEOUT);
+    reportError(MSG_ERROR_TIMEOUT);
     searchNeeded = true;
     return false;
 }
@@ -278,14 +278,29 @@ bool Uploader::searchForDevice() {
     return loadDeviceParameters(ui::PATH_AND_FILE_DEVICE);
 }
 
+bool Uploader::probeForDevice() {
+    quiet = true;
+    const bool found = searchForDevice();
+    quiet = false;
+    return found;
+}
+
+void Uploader::reportError(const QString& text) {
+    if (quiet) {
+        qCDebug(util::lcDevice).noquote() << "probe:" << text;
+    } else {
+        emit suplError(text);
+    }
+}
+
 bool Uploader::loadDeviceParameters(const QString& path) {
     if (path.isEmpty() || deviceVersion.isEmpty()) {
-        emit suplError(MSG_ERROR_DEVICE_FILE);
+        reportError(MSG_ERROR_DEVICE_FILE);
         return false;
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        emit suplError(MSG_ERROR_DEVICE_FILE);
+        reportError(MSG_ERROR_DEVICE_FILE);
         return false;
     }
     QTextStream in(&file);
@@ -295,7 +310,7 @@ bool Uploader::loadDeviceParameters(const QString& path) {
         found = line.contains(deviceVersion);
     }
     if (!found) {
-        emit suplError(MSG_ERROR_DEVICE_PROCESS);
+        reportError(MSG_ERROR_DEVICE_PROCESS);
         return false;
     }
     const QStringList fields = line.split(QLatin1Char('\t'), Qt::SkipEmptyParts);
@@ -308,7 +323,7 @@ bool Uploader::loadDeviceParameters(const QString& path) {
              toNumber(fields, OFFSET_WORDSIZE, &wordSizeValue);
     }
     if (!ok) {
-        emit suplError(MSG_ERROR_DEVICE_PROCESS);
+        reportError(MSG_ERROR_DEVICE_PROCESS);
         return false;
     }
     wordSize = static_cast<quint8>(wordSizeValue & 0xFF);

@@ -62,6 +62,10 @@ public:
     bool waitForMessage(int timeoutMs, const QStringList& args, SuplMessage expected);
     bool waitForRW(QStringList args, const QString& doneText);
     bool searchForDevice();
+    // A search for an instrument that may well not be there (an update looking for one left
+    // in its update mode): its failure is the caller's to word, so nothing is reported
+    // through suplError while it runs.
+    bool probeForDevice();
     bool loadDeviceParameters(const QString& path);
     bool prepareRWConnection(bool searchNextTime);
 
@@ -90,6 +94,7 @@ public slots:
 
 private:
     void killProcess();
+    void reportError(const QString& text);
     QStringList deviceArgs(bool resetAfter) const;
 
     QProcess* process;
@@ -99,6 +104,7 @@ private:
     qint32 comIndex = 0;
     qint32 maxBaud = DEFAULT_BAUD;
     QString deviceName;
+    bool quiet = false; // a probe runs
     QString deviceVersion;
     qint32 eepromStart = 0;
     qint32 eepromEnd = 0;
