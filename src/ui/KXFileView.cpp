@@ -199,7 +199,7 @@ sf::ui::SettingsTableView* KXFileView::table(size_t i) {
     view->show();
     m_tables[i] = view;
 
-    QWidget* before = m_categories; // the table made last before it, or the list
+    QWidget* before = m_categories; // the nearest table above it already made, or the list
     for (size_t k = i; k-- > 0;) {
         if (m_tables[k]) {
             before = m_tables[k];
