@@ -293,6 +293,24 @@ private slots:
         QVERIFY2(r.exitCode == 0, qPrintable(r.err));
         QCOMPARE(device(QStringLiteral("enq"), again.port()).out, QStringLiteral("3.20\n"));
     }
+
+    // An unplugged instrument's path answers nothing, even when another simulator (another
+    // test's, running beside this one) starts after it: it never gets the same path.
+    void unpluggedPathStaysDead() {
+        QTemporaryDir tmp;
+        const QString firmware = runtimeDir() + QStringLiteral("/data/firmware/kx3/3.10.kxhex");
+        const QString link = tmp.filePath(QStringLiteral("cable"));
+        Simulator pulled(firmware, tmp.filePath(QStringLiteral("a.hex")),
+                         {QStringLiteral("--unplug-after"), QStringLiteral("2"),
+                          QStringLiteral("--link"), link});
+        QCOMPARE(device(QStringLiteral("enq"), pulled.port()).exitCode, 2); // pulled out
+        QVERIFY(!QFileInfo::exists(pulled.port()));
+        QVERIFY(!QFileInfo(link).isSymLink());
+        Simulator other(firmware, tmp.filePath(QStringLiteral("b.hex")));
+        QVERIFY(other.port() != pulled.port());
+        QCOMPARE(device(QStringLiteral("enq"), pulled.port()).exitCode, 2);
+        QCOMPARE(device(QStringLiteral("enq"), other.port()).out, QStringLiteral("3.10\n"));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestDevice)

@@ -45,11 +45,12 @@ const char* const USAGE =
     "  --noise           send three noise bytes (the same in every run) before every answer\n"
     "  --slow MS         send answers in pieces of two bytes, MS ms apart\n"
     "  --drop N          drop every Nth byte sent\n"
-    "  --unplug-after N  close the line after sending N bytes, and exit\n"
+    "  --unplug-after N  close the line after sending N bytes: the device goes away (its\n"
+    "                    number stays taken until the simulator is stopped)\n"
     "  --wrong-id ID     report ID as the device identifier\n"
     "  --flip ADDRESS    the byte at that image address reads back inverted\n"
-    "  --cut-erase       cut the line and exit when half of program flash is erased\n"
-    "  --cut-program     cut the line and exit in the second row write, half of it written\n"
+    "  --cut-erase       cut the line (as --unplug-after) when half of program flash is erased\n"
+    "  --cut-program     cut the line in the second row write, half of it written\n"
     "  --pace            take as long as the line would: 9600 baud for the enquiry, the\n"
     "                    device file's rate in service mode\n";
 
@@ -145,6 +146,24 @@ int openPty(QString* path) {
     return fd;
 }
 
+// The line goes dead as a cable pulled out: the device disappears, and its link with it.
+// Its number stays taken until the simulator is stopped, so that no pseudo-terminal opened
+// meanwhile (another simulator's, in a test running beside this one) answers at this path.
+int unplug(int master, const QString& path, const QString& link) {
+    const int hold = open(QFile::encodeName(path).constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    close(master);
+    if (!link.isEmpty()) {
+        QFile::remove(link);
+    }
+    while (!g_stop) {
+        usleep(50000);
+    }
+    if (hold >= 0) {
+        close(hold);
+    }
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -230,7 +249,7 @@ int main(int argc, char** argv) {
             writeState(o.state, profile, instrument);
         }
         if (instrument.lineCut()) {
-            break; // the flash was cut: the line closes with what was done so far
+            return unplug(master, path, o.link); // the flash was cut with what was done
         }
         if (o.noAnswer || out.isEmpty()) {
             continue;
@@ -258,8 +277,7 @@ int main(int argc, char** argv) {
                 if (write(master, piece.constData(), size_t(piece.size())) < 0) {
                     break;
                 }
-                close(master);
-                return 0; // unplugged
+                return unplug(master, path, o.link);
             }
             if (write(master, piece.constData(), size_t(piece.size())) < 0) {
                 break;
