@@ -55,6 +55,13 @@ fixed_runs() {
 work="$build/runs"
 mkdir -p "$work"
 export QT_HASH_SEED=0 # the same hashing order in every run
+# The fixed run's inputs depend on the addresses of the program's code (libFuzzer files
+# the values its comparisons see by where they are made): without address randomisation
+# (where the machine allows it) they are the same in every run.
+fixed=()
+if [ -z "$seconds" ] && setarch "$(uname -m)" -R true 2>/dev/null; then
+    fixed=(setarch "$(uname -m)" -R)
+fi
 run_one() {
     local t="$1" corpus args=()
     local dirs=("$root/fuzz/corpus/$t")
@@ -66,10 +73,12 @@ run_one() {
     else
         corpus="$work/$t-fixed"
         rm -rf "$corpus"
-        args=(-seed=1 -runs="${runs:-$(fixed_runs "$t")}" -timeout=120)
+        # -reload=0: the work corpus is not read again every second, which would make
+        # what runs depend on the time.
+        args=(-seed=1 -runs="${runs:-$(fixed_runs "$t")}" -timeout=120 -reload=0)
     fi
     mkdir -p "$corpus"
-    if (cd "$work" && "$build/bin/$t" "${args[@]}" -rss_limit_mb=2048 \
+    if (cd "$work" && "${fixed[@]}" "$build/bin/$t" "${args[@]}" -rss_limit_mb=2048 \
             -print_final_stats=1 -artifact_prefix="$work/$t-" "$corpus" "${dirs[@]}" \
             >"$work/$t.log" 2>&1); then
         echo "fuzz $t: clean, $(grep -m1 -o 'stat::number_of_executed_units: [0-9]*' "$work/$t.log" | awk '{print $2}') inputs," \
