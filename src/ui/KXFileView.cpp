@@ -76,12 +76,13 @@ KXFileView::KXFileView(KXFileModel* file, QWidget* parent) : QWidget(parent), m_
     for (size_t i = 0; i < m_sections.size(); ++i) {
         if (i == 0) {
             table(0);
-        } else {
-            auto* standIn = new QWidget(m_sections[i]);
-            standIn->setFixedHeight(estimatedSize(i).height());
-            standIn->setMinimumWidth(estimatedSize(i).width());
-            m_sections[i]->layout()->addWidget(standIn);
+            continue;
         }
+        const QSize size = estimatedSize(i);
+        auto* standIn = new QWidget(m_sections[i]);
+        standIn->setFixedHeight(size.height());
+        standIn->setMinimumWidth(size.width());
+        m_sections[i]->layout()->addWidget(standIn);
     }
     pageLayout->addStretch(1);
     m_scroll->setWidget(page);
